@@ -208,6 +208,7 @@ std::vector<Token> tokenize(StringView line) {
         if (c == u'\'') break;
         Token t;
         t.column = i;
+        t.spaceBefore = i > 0 && (line[i - 1] == u' ' || line[i - 1] == u'\t');
         if (c == u'"') {
             String s;
             ++i;
@@ -472,7 +473,7 @@ private:
         // An assignment, a call without parentheses, or an expression to print.
         if (cur().kind == Tok::Word && !isKeyword(cur().text)) {
             size_t start = pos_;
-            NodePtr ref = reference();
+            NodePtr ref = reference(true);
             if (acceptSymbol(u"=")) {
                 s.kind = Statement::Assign;
                 s.target = std::move(ref);
@@ -683,9 +684,11 @@ private:
     }
 
     // A primary with its .member and (arguments) suffixes.
-    NodePtr reference() { return postfix(); }
+    // At the head of a statement, `Name (x)` with a blank before the
+    // parenthesis passes x by value, as Basic reads a call without Call.
+    NodePtr reference(bool statementHead = false) { return postfix(statementHead); }
 
-    NodePtr postfix() {
+    NodePtr postfix(bool statementHead = false) {
         Guard g(nesting_);
         NodePtr n = primary();
         for (;;) {
@@ -698,7 +701,7 @@ private:
                 m->a = std::move(n);
                 n = std::move(m);
             } else if (isSymbol(u"(") && n->kind != Node::Literal) {
-                ++pos_;
+                size_t open = pos_++;
                 auto call = std::make_unique<Node>();
                 call->kind = Node::Apply;
                 int depth = n->depth;
@@ -713,6 +716,15 @@ private:
                     } while (acceptSymbol(u","));
                 }
                 expectSymbol(u")");
+                if (statementHead && t_[open].spaceBefore && call->args.size() == 1 && call->args[0] &&
+                    (n->kind == Node::Name || n->kind == Node::Member)) {
+                    auto paren = std::make_unique<Node>();
+                    paren->kind = Node::Paren;
+                    paren->depth = call->args[0]->depth + 1;
+                    paren->a = std::move(call->args[0]);
+                    call->args[0] = std::move(paren);
+                }
+                statementHead = false;
                 call->depth = depth + 1;
                 call->a = std::move(n);
                 n = std::move(call);

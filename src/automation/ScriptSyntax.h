@@ -16,6 +16,7 @@ struct Token {
     String text;        // a word as written, or a symbol ("<=", "(", ":")
     Variant value;      // literals
     size_t column = 0;  // 0-based position in the line
+    bool spaceBefore = false;
 };
 
 // Splits one line into tokens; a syntax error raises errSyntax.
