@@ -74,6 +74,11 @@ Variant arithmetic(ArithOp op, const Variant& a, const Variant& b) {
         double x = a.asDouble(), y = b.asDouble();
         return Variant(checkedDouble(op == ArithOp::Add ? x + y : op == ArithOp::Sub ? x - y : x * y));
     }
+    if (a.vt() == b.vt() && (a.vt() == vbInteger || a.vt() == vbLong)) {
+        int64_t x = integral(a), y = integral(b);
+        int64_t r = op == ArithOp::Add ? x + y : op == ArithOp::Sub ? x - y : x * y;
+        return integerResult(r, a.vt() == vbInteger ? rInteger : rLong);
+    }
     Kind ka = kindOf(a), kb = kindOf(b);
     if (ka == Kind::Null || kb == Kind::Null) {
         if (ka == Kind::Bad || kb == Kind::Bad) raiseError(errTypeMismatch);
