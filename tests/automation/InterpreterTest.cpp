@@ -151,7 +151,7 @@ TEST_F(Script, Arrays) {
               j("String", "\"b4\""));
     EXPECT_EQ(run("ReDim v(3): v(2)"), "{\"type\":\"Empty\"}");
     EXPECT_EQ(run("Erase v: UBound(v)"), "error 9");
-    EXPECT_EQ(run("Dim t(1) As String: TypeName(t)"), j("String", "\"String Array\""));
+    EXPECT_EQ(run("Dim t(1) As String: TypeName(t)"), j("String", "\"String()\""));
     EXPECT_EQ(run("a = Array(1, 2): b = a: b(0) = 9: a(0) & \",\" & b(0)"), j("String", "\"1,9\""));
     EXPECT_EQ(run("Array(10, 20)(1)"), j("Integer", "20"));
     EXPECT_EQ(run("x = 1: x(0)"), "error 13");
