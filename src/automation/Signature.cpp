@@ -63,7 +63,7 @@ public:
         if (accept('-')) {
             expect('>');
             m.hasResult = true;
-            typeSpec(m.resultType, m.resultIsArray);
+            typeClause(m.resultType, m.resultIsArray);
         }
         skipBlanks();
         if (pos_ != s_.size()) fail("unexpected text at the end");
@@ -111,7 +111,7 @@ private:
             if (iequals(w, t.name)) return t.type;
         fail(w.empty() ? "type expected" : "unknown type '" + std::string(w) + "'");
     }
-    void typeSpec(VarType& type, bool& isArray) {
+    void typeClause(VarType& type, bool& isArray) {
         if (acceptWord("array")) {
             if (!acceptWord("of")) fail("'array of' expected");
             type = scalarType();
@@ -135,7 +135,7 @@ private:
         if (name.empty()) fail("parameter name expected");
         p.name = widen(name);
         explicitArray_ = false;
-        if (accept(':')) typeSpec(p.type, p.isArray);
+        if (accept(':')) typeClause(p.type, p.isArray);
         p.paramArray = p.isArray && !explicitArray_;  // decided finally in validate()
         if (bracket) {
             if (accept('=')) {
