@@ -243,8 +243,11 @@ TEST(FixUpsOthers, ComplexAndFractionalText) {
                           Case{u"1/2/99", false, 0}}) {
         Variant v = str(c.text);
         EXPECT_EQ(fx.FractionalToReal(v, kMissing), c.ok) << std::string(c.text, c.text + 3);
-        if (c.ok) EXPECT_EQ(v.asDouble(), c.value);
-        else EXPECT_TRUE(v.isString());
+        if (c.ok) {
+            EXPECT_EQ(v.asDouble(), c.value);
+        } else {
+            EXPECT_TRUE(v.isString());
+        }
     }
     Variant d = str(u"1/2/99");
     EXPECT_TRUE(fx.FractionalToReal(d, Variant(true)));
