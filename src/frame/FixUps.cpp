@@ -62,8 +62,17 @@ ErrNo datePath(double day, enum VarType t, Variant& out) noexcept {
 
 }  // namespace
 
+// Text that converts is numeric text, so a String is parsed once when it is
+// a number; only a failed conversion asks IsNumeric whether it was one.
+// (Not for Boolean: CBool also takes the words True and False, which are
+// not numeric.)
 ErrNo mandConvert(const Variant& v, enum VarType t, Variant& out) noexcept {
-    if (IsNumeric(v)) return numericPath(v, t, out);
+    if (v.isString() && t != vbBoolean) {
+        const ErrNo e = numericPath(v, t, out);
+        if (e == 0 || IsNumeric(v)) return e;
+    } else if (IsNumeric(v)) {
+        return numericPath(v, t, out);
+    }
     if (IsDate(v)) {
         double day;
         if (ErrNo e = toDate(v, day)) return e;
@@ -73,6 +82,13 @@ ErrNo mandConvert(const Variant& v, enum VarType t, Variant& out) noexcept {
 }
 
 bool mandFn(Variant& r, enum VarType t) noexcept {
+    if (t == vbDouble && r.isNumberType()) {
+        // Every number type converts to a Double; the hottest case gets no detour.
+        double d;
+        if (toDouble(r, d)) return false;
+        r = Variant(d);
+        return true;
+    }
     Variant out;
     if (mandConvert(r, t, out)) return false;
     r = std::move(out);
@@ -80,10 +96,17 @@ bool mandFn(Variant& r, enum VarType t) noexcept {
 }
 
 bool maybeFn(Variant& r, enum VarType t) noexcept {
-    if (IsNumeric(r)) {
-        Variant out;
+    Variant out;
+    if (r.isString() && t != vbBoolean) {
+        // Parsed once, as in mandConvert.
+        if (numericPath(r, t, out) == 0) {
+            r = std::move(out);
+            return true;
+        }
+        if (IsNumeric(r)) return false;
+    } else if (IsNumeric(r)) {
+        // A held number keeps its type: the conversion is only a range test.
         if (numericPath(r, t, out)) return false;
-        // A held number keeps its type: the conversion was only a range test.
         if (r.isEmpty() || r.isString()) r = std::move(out);
         return true;
     }
