@@ -1,5 +1,6 @@
 #include "codecs/Checksums.h"
 
+#include "automation/TypeLibrary.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
 #include "frame/Strings.h"
@@ -15,5 +16,15 @@ Variant Checksums::Checksum8(Variant vValue) const {
 }
 
 Checksums& checksums() noexcept { return globalInstance<Checksums>(); }
+
+// ---------------------------------------------------------------- type library
+
+namespace {
+
+const ClassRegistration kChecksums(u"Checksums", ClassKind::Global, globalFactory<Checksums>, {
+    {"Checksum8(vValue: Variant) -> Variant", [](Call& c) { return c.self<Checksums>().Checksum8(c[0]); }},
+});
+
+}  // namespace
 
 }  // namespace qvt

@@ -1,5 +1,6 @@
 #include "frame/CoerceMake.h"
 
+#include "automation/TypeLibrary.h"
 #include <bit>
 #include <cstring>
 
@@ -176,5 +177,51 @@ String CoerceMake::MakeVarType(const Variant& vValue) const {
 }
 
 CoerceMake& coerceMake() noexcept { return globalInstance<CoerceMake>(); }
+
+// ---------------------------------------------------------------- type library
+
+namespace {
+
+using V = Variant;
+CoerceMake& cm(Call& c) { return c.self<CoerceMake>(); }
+
+const ClassRegistration kCoerceMake(u"CoerceMake", ClassKind::Global, globalFactory<CoerceMake>, {
+    {"CoerceToBoolean(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToBoolean(c[0]); }},
+    {"CoerceToByte(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToByte(c[0]); }},
+    {"CoerceToCurrency(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToCurrency(c[0]); }},
+    {"CoerceToDate(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToDate(c[0]); }},
+    {"CoerceToDouble(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToDouble(c[0]); }},
+    {"CoerceToInteger(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToInteger(c[0]); }},
+    {"CoerceToLong(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToLong(c[0]); }},
+    {"CoerceToSingle(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToSingle(c[0]); }},
+    {"CoerceToBooleanFast(vString: String) -> Boolean", [](Call& c) { return V(cm(c).CoerceToBooleanFast(c[0].asString())); }},
+    {"CoerceToByteFast(vString: String) -> Byte", [](Call& c) { return V(cm(c).CoerceToByteFast(c[0].asString())); }},
+    {"CoerceToCurrencyFast(vString: String) -> Currency", [](Call& c) { return V::currency(cm(c).CoerceToCurrencyFast(c[0].asString())); }},
+    {"CoerceToDateFast(vString: String) -> Date", [](Call& c) { return V::date(cm(c).CoerceToDateFast(c[0].asString())); }},
+    {"CoerceToDoubleFast(vString: String) -> Double", [](Call& c) { return V(cm(c).CoerceToDoubleFast(c[0].asString())); }},
+    {"CoerceToIntegerFast(vString: String) -> Integer", [](Call& c) { return V(cm(c).CoerceToIntegerFast(c[0].asString())); }},
+    {"CoerceToLongFast(vString: String) -> Long", [](Call& c) { return V(cm(c).CoerceToLongFast(c[0].asString())); }},
+    {"CoerceToSingleFast(vString: String) -> Single", [](Call& c) { return V(cm(c).CoerceToSingleFast(c[0].asString())); }},
+    {"CoerceToVarType(vString: Variant, vVarType: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToVarType(c[0], c[1]); }},
+    {"MakeBoolean(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeBoolean(c[0]); }},
+    {"MakeByte(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeByte(c[0]); }},
+    {"MakeCurrency(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeCurrency(c[0]); }},
+    {"MakeDate(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeDate(c[0]); }},
+    {"MakeDouble(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeDouble(c[0]); }},
+    {"MakeInteger(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeInteger(c[0]); }},
+    {"MakeLong(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeLong(c[0]); }},
+    {"MakeSingle(vValue: Variant) -> Variant", [](Call& c) { return cm(c).MakeSingle(c[0]); }},
+    {"MakeBooleanFast(vValue: Boolean) -> String", [](Call& c) { return V(cm(c).MakeBooleanFast(c[0].asBoolean())); }},
+    {"MakeByteFast(vValue: Byte) -> String", [](Call& c) { return V(cm(c).MakeByteFast(c[0].asByte())); }},
+    {"MakeCurrencyFast(vcurValue: Currency) -> String", [](Call& c) { return V(cm(c).MakeCurrencyFast(c[0].asCurrency())); }},
+    {"MakeDateFast(vValue: Date) -> String", [](Call& c) { return V(cm(c).MakeDateFast(c[0].asDate())); }},
+    {"MakeDoubleFast(vValue: Double) -> String", [](Call& c) { return V(cm(c).MakeDoubleFast(c[0].asDouble())); }},
+    {"MakeIntegerFast(vValue: Integer) -> String", [](Call& c) { return V(cm(c).MakeIntegerFast(c[0].asInteger())); }},
+    {"MakeLongFast(vValue: Long) -> Variant", [](Call& c) { return cm(c).MakeLongFast(c[0].asLong()); }},
+    {"MakeSingleFast(vValue: Single) -> String", [](Call& c) { return V(cm(c).MakeSingleFast(c[0].asSingle())); }},
+    {"MakeVarType(vValue: Variant) -> String", [](Call& c) { return V(cm(c).MakeVarType(c[0])); }},
+});
+
+}  // namespace
 
 }  // namespace qvt

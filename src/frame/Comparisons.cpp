@@ -1,5 +1,6 @@
 #include "frame/Comparisons.h"
 
+#include "automation/TypeLibrary.h"
 #include <array>
 
 #include "frame/Conversions.h"
@@ -309,5 +310,54 @@ Variant Comparisons::VarTypeToLength(Variant vVarType) const {
 }
 
 Comparisons& comparisons() noexcept { return globalInstance<Comparisons>(); }
+
+// ---------------------------------------------------------------- type library
+
+namespace {
+
+using V = Variant;
+Comparisons& cp(Call& c) { return c.self<Comparisons>(); }
+
+const ClassRegistration kComparisons(u"Comparisons", ClassKind::Global, globalFactory<Comparisons>, {
+    {"CanBeBoolean(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeBoolean(c[0])); }},
+    {"CanBeByte(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeByte(c[0])); }},
+    {"CanBeCurrency(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeCurrency(c[0])); }},
+    {"CanBeDate(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeDate(c[0])); }},
+    {"CanBeDecimal(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeDecimal(c[0])); }},
+    {"CanBeDouble(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeDouble(c[0])); }},
+    {"CanBeInteger(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeInteger(c[0])); }},
+    {"CanBeLong(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeLong(c[0])); }},
+    {"CanBeSingle(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeSingle(c[0])); }},
+    {"CompareCoerceDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Integer", [](Call& c) { return V(cp(c).CompareCoerceDataType(c[0], c[1], c[2])); }},
+    {"CompareExactDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Integer", [](Call& c) { return V(cp(c).CompareExactDataType(c[0], c[1], c[2])); }},
+    {"CompareLikeDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Integer", [](Call& c) { return V(cp(c).CompareLikeDataType(c[0], c[1], c[2])); }},
+    // vCompare is a VbCompareMethod, a Long.
+    {"CompareLikeDataTypeFast(ref vOne: Variant, ref vTwo: Variant, ref vCompare: Long) -> Integer", [](Call& c) { return V(cp(c).CompareLikeDataTypeFast(c[0], c[1], c[2].asLong())); }},
+    {"EqualCoerceDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Boolean", [](Call& c) { return V(cp(c).EqualCoerceDataType(c[0], c[1], c[2])); }},
+    {"EqualExactDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Boolean", [](Call& c) { return V(cp(c).EqualExactDataType(c[0], c[1], c[2])); }},
+    {"EqualLikeDataType(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Boolean", [](Call& c) { return V(cp(c).EqualLikeDataType(c[0], c[1], c[2])); }},
+    {"EqualLikeDataTypeFast(ref vOne: Variant, ref vTwo: Variant, ref vCompare: Long) -> Boolean", [](Call& c) { return V(cp(c).EqualLikeDataTypeFast(c[0], c[1], c[2].asLong())); }},
+    {"IsBetween(vCheck: Variant, vLow: Variant, vHigh: Variant, [vCompare: Variant]) -> Variant", [](Call& c) { return cp(c).IsBetween(c[0], c[1], c[2], c[3]); }},
+    {"IsTrue(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsTrue(c[0])); }},
+    {"IsFalse(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsFalse(c[0])); }},
+    {"IsOn(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsOn(c[0])); }},
+    {"IsOff(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsOff(c[0])); }},
+    {"IsNumber(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsNumber(c[0])); }},
+    {"IsFloatingPointDataType(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsFloatingPointDataType(c[0])); }},
+    {"IsWholeDataType(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).IsWholeDataType(c[0])); }},
+    {"LikePattern(vSearch: Variant, vPattern: Variant, [vCompare: Variant]) -> Variant", [](Call& c) { return cp(c).LikePattern(c[0], c[1], c[2]); }},
+    {"LikeAnyPattern(vSearch: Variant, vPatterns: Variant, vCompare: Variant, vPatternSep: Variant) -> Variant", [](Call& c) { return cp(c).LikeAnyPattern(c[0], c[1], c[2], c[3]); }},
+    {"Max2(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Variant", [](Call& c) { return cp(c).Max2(c[0], c[1], c[2]); }},
+    {"Min2(vOne: Variant, vTwo: Variant, [vCompare: Variant]) -> Variant", [](Call& c) { return cp(c).Min2(c[0], c[1], c[2]); }},
+    {"Max2EqualFast(ref rOne: Variant, vTwo: Variant)", [](Call& c) { cp(c).Max2EqualFast(c[0], c[1]); return V(); }},
+    {"Min2EqualFast(ref rOne: Variant, vTwo: Variant)", [](Call& c) { cp(c).Min2EqualFast(c[0], c[1]); return V(); }},
+    {"StrCompCustom(vStringOne: Variant, vStringTwo: Variant, [vSortOrder: Variant]) -> Variant", [](Call& c) { return cp(c).StrCompCustom(c[0], c[1], c[2]); }},
+    {"VarTypeFromString(vVarType: Variant) -> Variant", [](Call& c) { return cp(c).VarTypeFromString(c[0]); }},
+    {"VarTypeToString(vVarType: Variant) -> Variant", [](Call& c) { return cp(c).VarTypeToString(c[0]); }},
+    {"VarTypeToLength(vVarType: Variant) -> Variant", [](Call& c) { return cp(c).VarTypeToLength(c[0]); }},
+    {"VT(vValue: Variant) -> String", [](Call& c) { return V(cp(c).VT(c[0])); }},
+});
+
+}  // namespace
 
 }  // namespace qvt

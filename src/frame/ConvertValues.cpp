@@ -1,5 +1,6 @@
 #include "frame/ConvertValues.h"
 
+#include "automation/TypeLibrary.h"
 #include <cstdlib>
 
 #include "frame/CoerceMake.h"
@@ -340,5 +341,57 @@ String ConvertValues::VariantToVBEvalExpression(const Variant& vValue) const {
 }
 
 ConvertValues& convertValues() noexcept { return globalInstance<ConvertValues>(); }
+
+// ---------------------------------------------------------------- type library
+
+namespace {
+
+using V = Variant;
+ConvertValues& cv(Call& c) { return c.self<ConvertValues>(); }
+
+const ClassRegistration kConvertValues(u"ConvertValues", ClassKind::Global, globalFactory<ConvertValues>, {
+    {"Property Get EmptyValue -> Variant", [](Call& c) { return cv(c).EmptyValue(); }},
+    {"Property Get NullValue -> Variant", [](Call& c) { return cv(c).NullValue(); }},
+    {"BlankToNull(vValue: Variant) -> Variant", [](Call& c) { return cv(c).BlankToNull(c[0]); }},
+    {"EmptyToBlank(vValue: Variant) -> Variant", [](Call& c) { return cv(c).EmptyToBlank(c[0]); }},
+    {"EmptyToNull(vValue: Variant) -> Variant", [](Call& c) { return cv(c).EmptyToNull(c[0]); }},
+    {"NullToBlank(vValue: Variant) -> Variant", [](Call& c) { return cv(c).NullToBlank(c[0]); }},
+    {"BlankToValue(vValue: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).BlankToValue(c[0], c[1]); }},
+    {"EmptyToValue(vValue: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).EmptyToValue(c[0], c[1]); }},
+    {"NullToValue(vValue: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).NullToValue(c[0], c[1]); }},
+    {"ReplaceValue(vOriginal: Variant, vFind: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).ReplaceValue(c[0], c[1], c[2]); }},
+    {"ReplaceValueOfType(vOriginal: Variant, vFind: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).ReplaceValueOfType(c[0], c[1], c[2]); }},
+    {"ReplaceVarTypeWithValue(vOriginal: Variant, vVarType: Variant, vReplace: Variant) -> Variant", [](Call& c) { return cv(c).ReplaceVarTypeWithValue(c[0], c[1], c[2]); }},
+    {"CBoolIgnErr(vValue: Variant) -> Boolean", [](Call& c) { return V(cv(c).CBoolIgnErr(c[0])); }},
+    {"CByteIgnErr(vValue: Variant) -> Byte", [](Call& c) { return V(cv(c).CByteIgnErr(c[0])); }},
+    {"CCurIgnErr(vValue: Variant) -> Currency", [](Call& c) { return V::currency(cv(c).CCurIgnErr(c[0])); }},
+    {"CDateIgnErr(vValue: Variant) -> Date", [](Call& c) { return V::date(cv(c).CDateIgnErr(c[0])); }},
+    {"CDblIgnErr(vValue: Variant) -> Double", [](Call& c) { return V(cv(c).CDblIgnErr(c[0])); }},
+    {"CDecIgnErr(vValue: Variant) -> Variant", [](Call& c) { return cv(c).CDecIgnErr(c[0]); }},
+    {"CIntIgnErr(vValue: Variant) -> Integer", [](Call& c) { return V(cv(c).CIntIgnErr(c[0])); }},
+    {"CLngIgnErr(vValue: Variant) -> Long", [](Call& c) { return V(cv(c).CLngIgnErr(c[0])); }},
+    {"CSngIgnErr(vValue: Variant) -> Long", [](Call& c) { return V(cv(c).CSngIgnErr(c[0])); }},
+    {"CVarIgnErr(vValue: Variant) -> Variant", [](Call& c) { return cv(c).CVarIgnErr(c[0]); }},
+    {"CVDateIgnErr(vValue: Variant) -> Date", [](Call& c) { return V::date(cv(c).CVDateIgnErr(c[0])); }},
+    {"EqualQuotedValue(vValue: Variant) -> Variant", [](Call& c) { return cv(c).EqualQuotedValue(c[0]); }},
+    {"LengthOfType(vAny: Variant) -> Long", [](Call& c) { return V(cv(c).LengthOfType(c[0])); }},
+    {"MostCapableDataType(vOne: Variant, vTwo: Variant) -> Integer", [](Call& c) { return V(cv(c).MostCapableDataType(c[0], c[1])); }},
+    {"PromoteToMostCapableDataType(ref rOne: Variant, ref rTwo: Variant) -> Boolean", [](Call& c) { return V(cv(c).PromoteToMostCapableDataType(c[0], c[1])); }},
+    {"NonZeroToTrue(vValue: Variant) -> Boolean", [](Call& c) { return V(cv(c).NonZeroToTrue(c[0])); }},
+    {"VariantIsBlank(vValue: Variant) -> Boolean", [](Call& c) { return V(cv(c).VariantIsBlank(c[0])); }},
+    {"SetVariants(ref rDest: Variant, ref rSrc: Variant)", [](Call& c) { cv(c).SetVariants(c[0], c[1]); return V(); }},
+    {"SwapNonObjects(ref rOne: Variant, ref rTwo: Variant)", [](Call& c) { cv(c).SwapNonObjects(c[0], c[1]); return V(); }},
+    {"SwapVariants(ref rOne: Variant, ref rTwo: Variant)", [](Call& c) { cv(c).SwapVariants(c[0], c[1]); return V(); }},
+    {"VariantOfType(vVarType: Variant) -> Variant", [](Call& c) { return cv(c).VariantOfType(c[0]); }},
+    {"VariantStringToVariant(vValue: Variant) -> Variant", [](Call& c) { return cv(c).VariantStringToVariant(c[0]); }},
+    {"VariantToVariantString(vValue: Variant) -> String", [](Call& c) { return V(cv(c).VariantToVariantString(c[0])); }},
+    {"VariantToCString(vBasicString: Variant) -> String", [](Call& c) { return V(cv(c).VariantToCString(c[0])); }},
+    {"VariantToFixedCString([vBasicString: Variant], [vCStringSize: Variant]) -> String", [](Call& c) { return V(cv(c).VariantToFixedCString(c[0], c[1])); }},
+    {"VariantToString(vValue: Variant) -> String", [](Call& c) { return V(cv(c).VariantToString(c[0])); }},
+    {"VariantToVBConstExpression(vValue: Variant) -> String", [](Call& c) { return V(cv(c).VariantToVBConstExpression(c[0])); }},
+    {"VariantToVBEvalExpression(vValue: Variant) -> String", [](Call& c) { return V(cv(c).VariantToVBEvalExpression(c[0])); }},
+});
+
+}  // namespace
 
 }  // namespace qvt

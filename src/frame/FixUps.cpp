@@ -1,5 +1,6 @@
 #include "frame/FixUps.h"
 
+#include "automation/TypeLibrary.h"
 #include "frame/Frame.h"
 #include "frame/Operators.h"
 #include "frame/Strings.h"
@@ -285,5 +286,70 @@ bool FixUps::FractionalToReal(Variant& rReal, Variant vSupportStringDates) const
 }
 
 FixUps& fixUps() noexcept { return globalInstance<FixUps>(); }
+
+// ---------------------------------------------------------------- type library
+
+namespace {
+
+using V = Variant;
+FixUps& fx(Call& c) { return c.self<FixUps>(); }
+
+const ClassRegistration kFixUps(u"FixUps", ClassKind::Global, globalFactory<FixUps>, {
+    {"ArgumentsToVariant(ref vArgs: array of Variant) -> Variant", [](Call& c) {
+        return c[0].isArray() ? fx(c).ArgumentsToVariant(c[0].asArray().elements()) : fx(c).ArgumentsToVariant({}); }},
+    {"ComplexStringToReals(ref rReal: Variant, ref rImag: Variant, vValue: Variant, [vSupportStringDates: Variant]) -> Boolean",
+     [](Call& c) { return V(fx(c).ComplexStringToReals(c[0], c[1], c[2], c[3])); }},
+    {"FractionalToReal(ref rReal: Variant, [vSupportStringDates: Variant]) -> Boolean",
+     [](Call& c) { return V(fx(c).FractionalToReal(c[0], c[1])); }},
+    {"FixUpVariantBounds(ref vArray: array of Variant, [ref rLowerBound: Variant], [ref rUpperBound: Variant], [vDimension: Variant]) -> Boolean",
+     [](Call& c) { return V(fx(c).FixUpVariantBounds(c[0], c[1], c[2], c[3])); }},
+    {"FixUpVariantCompare(ref rCompare: Variant)", [](Call& c) { fx(c).FixUpVariantCompare(c[0]); return V(); }},
+    {"FixUpVariantToRange(ref rValue: Variant, vMin: Variant, VMAX: Variant)",
+     [](Call& c) { fx(c).FixUpVariantToRange(c[0], c[1], c[2]); return V(); }},
+    {"FixUpToType(vValue: Variant, vVarType: Variant) -> Variant", [](Call& c) { return fx(c).FixUpToType(c[0], c[1]); }},
+    {"FixUpVariantToBooleanMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToBooleanMandFn(c[0])); }},
+    {"FixUpVariantToBooleanMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToBooleanMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToBooleanMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToBooleanMaybeFn(c[0])); }},
+    {"FixUpVariantToBooleanMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToBooleanMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToByteMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToByteMandFn(c[0])); }},
+    {"FixUpVariantToByteMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToByteMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToByteMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToByteMaybeFn(c[0])); }},
+    {"FixUpVariantToByteMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToByteMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToCurrencyMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToCurrencyMandFn(c[0])); }},
+    {"FixUpVariantToCurrencyMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToCurrencyMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToCurrencyMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToCurrencyMaybeFn(c[0])); }},
+    {"FixUpVariantToCurrencyMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToCurrencyMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDateMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDateMandFn(c[0])); }},
+    {"FixUpVariantToDateMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDateMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDateMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDateMaybeFn(c[0])); }},
+    {"FixUpVariantToDateMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDateMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDecimalMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDecimalMandFn(c[0])); }},
+    {"FixUpVariantToDecimalMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDecimalMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDecimalMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDecimalMaybeFn(c[0])); }},
+    {"FixUpVariantToDecimalMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDecimalMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDoubleMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDoubleMandFn(c[0])); }},
+    {"FixUpVariantToDoubleMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDoubleMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToDoubleMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToDoubleMaybeFn(c[0])); }},
+    {"FixUpVariantToDoubleMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToDoubleMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToIntegerMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToIntegerMandFn(c[0])); }},
+    {"FixUpVariantToIntegerMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToIntegerMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToIntegerMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToIntegerMaybeFn(c[0])); }},
+    {"FixUpVariantToIntegerMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToIntegerMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToLongMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToLongMandFn(c[0])); }},
+    {"FixUpVariantToLongMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToLongMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToLongMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToLongMaybeFn(c[0])); }},
+    {"FixUpVariantToLongMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToLongMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToSingleMandFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToSingleMandFn(c[0])); }},
+    {"FixUpVariantToSingleMandSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToSingleMandSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToSingleMaybeFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToSingleMaybeFn(c[0])); }},
+    {"FixUpVariantToSingleMaybeSub(ref rArgument: Variant, vDefault: Variant)", [](Call& c) { fx(c).FixUpVariantToSingleMaybeSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToStringFn(ref rArgument: Variant) -> Boolean", [](Call& c) { return V(fx(c).FixUpVariantToStringFn(c[0])); }},
+    {"FixUpVariantToStringSub(ref rArgument: Variant, vDefault: Variant)",
+     [](Call& c) { fx(c).FixUpVariantToStringSub(c[0], c[1]); return V(); }},
+    {"FixUpVariantToStringFnRecursive(ref rArgument: Variant) -> Boolean",
+     [](Call& c) { return V(fx(c).FixUpVariantToStringFnRecursive(c[0])); }},
+});
+
+}  // namespace
 
 }  // namespace qvt
