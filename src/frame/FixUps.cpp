@@ -82,8 +82,19 @@ ErrNo mandConvert(const Variant& v, enum VarType t, Variant& out) noexcept {
     return errTypeMismatch;
 }
 
+namespace {
+
+// Null, Error values (Missing among them), objects and arrays are neither
+// numbers nor dates: every typed fix-up refuses them at once.
+bool neverConverts(const Variant& r) noexcept {
+    return r.isNull() || r.isError() || r.isObject() || r.isArray() || r.vt() == vbDataObject;
+}
+
+}  // namespace
+
 bool mandFn(Variant& r, enum VarType t) noexcept {
-    if (t == vbDouble && r.isNumberType()) {
+    if (neverConverts(r)) return false;
+    if (t == vbDouble && (r.isNumberType() || r.isEmpty())) {
         // Every number type converts to a Double; the hottest case gets no detour.
         double d;
         if (toDouble(r, d)) return false;
@@ -97,6 +108,7 @@ bool mandFn(Variant& r, enum VarType t) noexcept {
 }
 
 bool maybeFn(Variant& r, enum VarType t) noexcept {
+    if (neverConverts(r)) return false;
     Variant out;
     if (r.isString() && t != vbBoolean) {
         // Parsed once, as in mandConvert.
