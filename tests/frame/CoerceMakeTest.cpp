@@ -2,24 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "frame/Conversions.h"
 #include "frame/GlobalConstants.h"
 #include "frame/Strings.h"
 
 using namespace qvt;
+using qvt::test::errorOf;
 
 namespace {
 
 const CoerceMake& cm = coerceMake();
-
-ErrNo errorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "frame/Conversions.h"
 #include "frame/Strings.h"
 
@@ -38,7 +39,7 @@ TEST(Comparisons, EqualTwins) {
     EXPECT_FALSE(cmp.EqualExactDataType(i(1), Variant(int32_t(1)), kMissing));
     EXPECT_TRUE(cmp.EqualLikeDataType(i(1), Variant(1.0), kMissing));
     EXPECT_FALSE(cmp.EqualLikeDataTypeFast(i(1), s(u"1"), 0));
-    EXPECT_THROW(cmp.EqualLikeDataTypeFast(kNull, i(1), 0), RuntimeError);
+    EXPECT_EQ(test::errorOf([] { cmp.EqualLikeDataTypeFast(kNull, i(1), 0); }), errInvalidUseOfNull);
 }
 
 TEST(Comparisons, BetweenAndTruthWords) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "frame/Conversions.h"
 
 using namespace qvt;
@@ -181,12 +182,7 @@ TEST(FixUpsOthers, CompareIsALongAndRaisesOnlyOnOverflow) {
         EXPECT_EQ(other.asLong(), 0);
     }
     Variant big(1e10);
-    try {
-        fx.FixUpVariantCompare(big);
-        FAIL();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), errOverflow);
-    }
+    EXPECT_EQ(test::errorOf([&] { fx.FixUpVariantCompare(big); }), errOverflow);
 }
 
 TEST(FixUpsOthers, BoundsDefaultToOneAndUBound) {
@@ -202,8 +198,8 @@ TEST(FixUpsOthers, BoundsDefaultToOneAndUBound) {
 
     Variant unallocated = Variant::unallocatedArray(vbVariant);
     lo = hi = Variant(int16_t(1));
-    EXPECT_THROW(fx.FixUpVariantBounds(unallocated, lo, hi, kMissing), RuntimeError);
-    EXPECT_THROW(fx.FixUpVariantBounds(Variant(int16_t(5)), lo, hi, kMissing), RuntimeError);
+    EXPECT_EQ(test::errorOf([&] { fx.FixUpVariantBounds(unallocated, lo, hi, kMissing); }), errSubscript);
+    EXPECT_EQ(test::errorOf([&] { fx.FixUpVariantBounds(Variant(int16_t(5)), lo, hi, kMissing); }), errTypeMismatch);
 }
 
 TEST(FixUpsOthers, ToTypeUsesTheTargetsFormAndZeroOnFailure) {
