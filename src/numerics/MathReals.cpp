@@ -309,7 +309,7 @@ const ClassRegistration kMathReals(u"MathReals", ClassKind::Global, globalFactor
     {"Property Get EulerGamma -> Double", [](Call& c) { return Variant(c.self<Self>().EulerGamma()); }},
     {"Property Get PI -> Double", [](Call& c) { return Variant(c.self<Self>().PI()); }},
     {"Property Get RPC -> Double", [](Call& c) { return Variant(c.self<Self>().RPC()); }},
-    {"Approx(vX, vY, [vEpsilon: Double = 1e-14]) -> Variant", [](Call& c) { return c.self<Self>().Approx(c[0], c[1], c[2].asDouble()); }},
+    {"Approx(vX, vY, [vEpsilon: Double = 0.00000000000001]) -> Variant", [](Call& c) { return c.self<Self>().Approx(c[0], c[1], c[2].asDouble()); }},
     {"Ceiling(vNumber, [vPrecision]) -> Variant", [](Call& c) { return self2(c, &Self::Ceiling); }},
     {"Floor(vNumber, [vPrecision]) -> Variant", [](Call& c) { return self2(c, &Self::Floor); }},
     {"Chi(vA, vX, vB) -> Variant", [](Call& c) { return c.self<Self>().Chi(c[0], c[1], c[2]); }},
