@@ -5,26 +5,14 @@
 
 #include "TestSupport.h"
 
-#include "frame/Conversions.h"
-
 #include "numerics/MathArithmetic.h"
 
 using namespace qvt;
-using qvt::test::errorOf;
+using namespace qvt::test;
 
 namespace {
 
-Variant I(int v) { return Variant(int16_t(v)); }
-Variant L(int32_t v) { return Variant(v); }
-Variant D(double v) { return Variant(v); }
-Variant S(const char16_t* s) { return Variant(s); }
-
 const MathArithmetic& arith() { return mathArithmetic(); }
-
-void expectValue(const Variant& v, VarType type, double value) {
-    ASSERT_EQ(v.vt(), type);
-    EXPECT_DOUBLE_EQ(CDbl(v), value);
-}
 
 constexpr int kSieveLimit = 100000;
 
@@ -79,20 +67,20 @@ TEST(MathArithmeticPrimes, NthPrimeAgreesWithASieve) {
     for (size_t k = 1; k <= primes.size(); k += k < 2000 ? 1 : 97)
         ASSERT_EQ(CDbl(arith().NthPrime(L(int32_t(k)))), primes[k - 1]) << k;
     EXPECT_EQ(CDbl(arith().NthPrime(L(int32_t(primes.size())))), primes.back());
-    expectValue(arith().NthPrime(I(1)), vbInteger, 2);
-    expectValue(arith().NthPrime(I(3)), vbDouble, 5);
+    expectNumber(arith().NthPrime(I(1)), vbInteger, 2);
+    expectNumber(arith().NthPrime(I(3)), vbDouble, 5);
     EXPECT_TRUE(arith().NthPrime(I(0)).isNull());
 }
 
 TEST(MathArithmeticPrimes, LaddersNearZeroSkipOneZeroAndMinusOne) {
     const int next[][2] = {{-5, -3}, {-4, -3}, {-3, -2}, {-2, 2}, {-1, 2}, {0, 2}, {1, 2}, {2, 3}};
-    for (auto [x, p] : next) expectValue(arith().NextPrime(I(x)), vbInteger, p);
+    for (auto [x, p] : next) expectNumber(arith().NextPrime(I(x)), vbInteger, p);
     const int previous[][2] = {{5, 3}, {4, 3}, {3, 2}, {2, -2}, {0, -2}, {-1, -2}, {-2, -3}};
-    for (auto [x, p] : previous) expectValue(arith().PreviousPrime(I(x)), vbInteger, p);
-    expectValue(arith().PreviousPrime(I(-3)), vbDouble, -5);
-    expectValue(arith().PreviousPrime(I(-7)), vbDouble, -11);
+    for (auto [x, p] : previous) expectNumber(arith().PreviousPrime(I(x)), vbInteger, p);
+    expectNumber(arith().PreviousPrime(I(-3)), vbDouble, -5);
+    expectNumber(arith().PreviousPrime(I(-7)), vbDouble, -11);
     // A negative candidate is tried against 3 alone.
-    expectValue(arith().NextPrime(I(-26)), vbDouble, -25);
+    expectNumber(arith().NextPrime(I(-26)), vbDouble, -25);
 }
 
 TEST(MathArithmeticFactors, MatrixHoldsFactorsAndPowersFromColumnOne) {
@@ -133,14 +121,14 @@ TEST(MathArithmeticFractions, FloatToFractionReducesAndCarries) {
 TEST(MathArithmeticFractions, RationalPartsKeepFourteenDigits) {
     Variant n = S(u"u"), a = S(u"v"), b = S(u"w");
     ASSERT_TRUE(arith().RationalToFraction(n, a, b, D(3.25)));
-    expectValue(n, vbDouble, 3);
-    expectValue(a, vbDouble, 1);
-    expectValue(b, vbDouble, 4);
+    expectNumber(n, vbDouble, 3);
+    expectNumber(a, vbDouble, 1);
+    expectNumber(b, vbDouble, 4);
     ASSERT_TRUE(arith().RationalToFraction(n, a, b, I(3)));
-    expectValue(a, vbInteger, 0);
-    expectValue(b, vbInteger, 1);
+    expectNumber(a, vbInteger, 0);
+    expectNumber(b, vbInteger, 1);
     EXPECT_FALSE(arith().RationalToFraction(n, a, b, S(u"x")));
-    expectValue(n, vbInteger, 3);
+    expectNumber(n, vbInteger, 3);
     EXPECT_EQ(arith().RationalToFractionString(D(-3.25)).asString(), u"-3-1/4");
     EXPECT_EQ(arith().RationalToFractionString(D(0.5)).asString(), u"0+1/2");
     EXPECT_EQ(arith().RationalToFractionString(I(3)).asString(), u"3+0/1");
@@ -158,14 +146,14 @@ TEST(MathArithmetic, DivisorsInFloatingPoint) {
 TEST(MathArithmetic, SequencesAndProducts) {
     EXPECT_DOUBLE_EQ(CDbl(arith().Fibonacci(I(1476))), 1.3069892237633987e308);
     EXPECT_TRUE(arith().Fibonacci(I(1477)).isNull());
-    expectValue(arith().Fibonacci(I(-5)), vbDouble, 0);
-    expectValue(arith().Fibonacci(D(1.5)), vbDouble, 1);  // CInt(1.5) is 2
-    expectValue(arith().GeneratePi(I(0)), vbDouble, 2);
+    expectNumber(arith().Fibonacci(I(-5)), vbDouble, 0);
+    expectNumber(arith().Fibonacci(D(1.5)), vbDouble, 1);  // CInt(1.5) is 2
+    expectNumber(arith().GeneratePi(I(0)), vbDouble, 2);
     EXPECT_NEAR(CDbl(arith().GeneratePi(I(3))), 32.0 / 9, 1e-14);
     EXPECT_NEAR(CDbl(arith().GeneratePi()), 3.140060543327394, 1e-12);
     EXPECT_NEAR(CDbl(arith().ContinuedFraction(I(1), I(1), I(1), I(3))), 5.0 / 3, 1e-14);
-    expectValue(arith().ContinuedFraction(I(1), I(1), I(7), I(0)), vbDouble, 7);
-    expectValue(arith().ContinuedFraction(I(1), I(1), I(5), Variant::missing()), vbDouble, 1.2);
+    expectNumber(arith().ContinuedFraction(I(1), I(1), I(7), I(0)), vbDouble, 7);
+    expectNumber(arith().ContinuedFraction(I(1), I(1), I(5), Variant::missing()), vbDouble, 1.2);
 }
 
 TEST(MathArithmetic, GridNeighbours) {
@@ -181,15 +169,15 @@ TEST(MathArithmetic, GridNeighbours) {
 }
 
 TEST(MathArithmetic, ComparisonsAndWaves) {
-    expectValue(arith().NumComp(I(1), I(2)), vbInteger, -1);
-    expectValue(arith().RangeComp(I(1), I(3), I(3)), vbInteger, 0);
+    expectNumber(arith().NumComp(I(1), I(2)), vbInteger, -1);
+    expectNumber(arith().RangeComp(I(1), I(3), I(3)), vbInteger, 0);
     EXPECT_TRUE(arith().IsWithinPlusOrMinusOf(I(6), D(0.5), D(5.5)).asBoolean());
     EXPECT_FALSE(arith().IsWithinPlusOrMinusOf(I(5), D(0.4), D(5.5)).asBoolean());
     const int triangle[] = {0, 1, 2, 1, 0, 1};
     for (int x = 0; x < 6; ++x) EXPECT_EQ(CDbl(arith().SawtoothWave(I(x), I(4))), triangle[x]) << x;
     EXPECT_EQ(CDbl(arith().SawtoothWave(I(1), I(-4))), -1);
-    expectValue(arith().SquareWave(D(-0.5)), vbInteger, -1);
-    expectValue(arith().SquareWave(I(2)), vbInteger, 1);
+    expectNumber(arith().SquareWave(D(-0.5)), vbInteger, -1);
+    expectNumber(arith().SquareWave(I(2)), vbInteger, 1);
 }
 
 TEST(MathArithmeticTextPlot, DrawsAxesAndPoints) {

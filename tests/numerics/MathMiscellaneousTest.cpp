@@ -5,19 +5,12 @@
 
 #include "TestSupport.h"
 
-#include "frame/Conversions.h"
-
 #include "numerics/MathMiscellaneous.h"
 
 using namespace qvt;
-using qvt::test::errorOf;
+using namespace qvt::test;
 
 namespace {
-
-Variant I(int v) { return Variant(int16_t(v)); }
-Variant L(int32_t v) { return Variant(v); }
-Variant D(double v) { return Variant(v); }
-Variant S(const char16_t* s) { return Variant(s); }
 
 const MathMiscellaneous& misc() { return mathMiscellaneous(); }
 

@@ -5,53 +5,42 @@
 
 #include "TestSupport.h"
 
-#include "frame/Conversions.h"
-
 #include "numerics/MathReals.h"
 
 using namespace qvt;
-using qvt::test::errorOf;
+using namespace qvt::test;
 
 namespace {
 
-Variant I(int v) { return Variant(int16_t(v)); }
-Variant D(double v) { return Variant(v); }
-Variant S(const char16_t* s) { return Variant(s); }
-
 const MathReals& reals() { return mathReals(); }
-
-void expectValue(const Variant& v, VarType type, double value) {
-    ASSERT_EQ(v.vt(), type);
-    EXPECT_DOUBLE_EQ(CDbl(v), value);
-}
 
 }  // namespace
 
 TEST(MathReals, RemaindersFollowTheirSignRule) {
-    expectValue(reals().ModStd(I(-7), I(3)), vbDouble, -1);
-    expectValue(reals().ModStd(I(7), I(-3)), vbDouble, 1);
-    expectValue(reals().ModAlt(I(-7), I(3)), vbDouble, 2);
-    expectValue(reals().ModAlt(I(7), I(-3)), vbDouble, -2);
-    expectValue(reals().ModSym(I(5), I(3)), vbDouble, -1);
-    expectValue(reals().ModSym(I(4), I(3)), vbDouble, 1);
-    expectValue(reals().ModStd(D(5.5), I(2)), vbDouble, 1.5);  // no truncation of the arguments
-    expectValue(reals().ModStd(S(u"7"), S(u"3")), vbDouble, 1);
+    expectNumber(reals().ModStd(I(-7), I(3)), vbDouble, -1);
+    expectNumber(reals().ModStd(I(7), I(-3)), vbDouble, 1);
+    expectNumber(reals().ModAlt(I(-7), I(3)), vbDouble, 2);
+    expectNumber(reals().ModAlt(I(7), I(-3)), vbDouble, -2);
+    expectNumber(reals().ModSym(I(5), I(3)), vbDouble, -1);
+    expectNumber(reals().ModSym(I(4), I(3)), vbDouble, 1);
+    expectNumber(reals().ModStd(D(5.5), I(2)), vbDouble, 1.5);  // no truncation of the arguments
+    expectNumber(reals().ModStd(S(u"7"), S(u"3")), vbDouble, 1);
 }
 
 TEST(MathReals, ModOffsetByOneCountsFromOne) {
-    expectValue(reals().ModOffsetByOne(I(6), I(3)), vbDouble, 3);
-    expectValue(reals().ModOffsetByOne(I(4), I(3)), vbDouble, 1);
-    expectValue(reals().ModOffsetByOne(I(-1), I(3)), vbDouble, -1);
+    expectNumber(reals().ModOffsetByOne(I(6), I(3)), vbDouble, 3);
+    expectNumber(reals().ModOffsetByOne(I(4), I(3)), vbDouble, 1);
+    expectNumber(reals().ModOffsetByOne(I(-1), I(3)), vbDouble, -1);
     // Zero gives the divisor back as it came.
-    expectValue(reals().ModOffsetByOne(I(0), I(3)), vbInteger, 3);
+    expectNumber(reals().ModOffsetByOne(I(0), I(3)), vbInteger, 3);
 }
 
 TEST(MathReals, RemaindersOfOtherTypesKeepVariantPromotion) {
     // Currency minus a Double product stays Currency; a Single quotient
     // keeps the whole formula in Single.
-    expectValue(reals().ModStd(Variant::currency(70000), I(3)), vbCurrency, 1);
-    expectValue(reals().ModStd(Variant(7.5f), I(2)), vbSingle, 1.5);
-    expectValue(reals().ModAlt(Variant(-7.5f), I(2)), vbSingle, 0.5);
+    expectNumber(reals().ModStd(Variant::currency(70000), I(3)), vbCurrency, 1);
+    expectNumber(reals().ModStd(Variant(7.5f), I(2)), vbSingle, 1.5);
+    expectNumber(reals().ModAlt(Variant(-7.5f), I(2)), vbSingle, 0.5);
 }
 
 TEST(MathReals, RemainderErrorsAndBadArguments) {
@@ -64,23 +53,23 @@ TEST(MathReals, RemainderErrorsAndBadArguments) {
 }
 
 TEST(MathReals, CeilingAndFloorUseThePrecisionsMagnitude) {
-    expectValue(reals().Floor(D(-1.5)), vbDouble, -2);
-    expectValue(reals().Ceiling(D(-1.5)), vbDouble, -1);
-    expectValue(reals().Ceiling(D(1.1), D(-0.25)), vbDouble, 1.25);
-    expectValue(reals().Floor(D(-1.1), D(0.25)), vbDouble, -1.25);
-    expectValue(reals().Ceiling(D(1.1), S(u"x")), vbDouble, 2);  // an unusable precision is 1
-    expectValue(reals().Ceiling(I(2)), vbInteger, 2);            // a value on the grid is itself
+    expectNumber(reals().Floor(D(-1.5)), vbDouble, -2);
+    expectNumber(reals().Ceiling(D(-1.5)), vbDouble, -1);
+    expectNumber(reals().Ceiling(D(1.1), D(-0.25)), vbDouble, 1.25);
+    expectNumber(reals().Floor(D(-1.1), D(0.25)), vbDouble, -1.25);
+    expectNumber(reals().Ceiling(D(1.1), S(u"x")), vbDouble, 2);  // an unusable precision is 1
+    expectNumber(reals().Ceiling(I(2)), vbInteger, 2);            // a value on the grid is itself
     EXPECT_EQ(errorOf([] { reals().Ceiling(D(1.1), I(0)); }), errDivisionByZero);
     EXPECT_TRUE(reals().Floor(S(u"x")).isNull());
 }
 
 TEST(MathReals, RoundingSendsHalvesUp) {
-    expectValue(reals().RoundToPrecision(D(2.5)), vbDouble, 3);
-    expectValue(reals().RoundToPrecision(D(-2.5)), vbDouble, -2);
-    expectValue(reals().RoundToPrecision(I(8), I(-5)), vbDouble, 10);
+    expectNumber(reals().RoundToPrecision(D(2.5)), vbDouble, 3);
+    expectNumber(reals().RoundToPrecision(D(-2.5)), vbDouble, -2);
+    expectNumber(reals().RoundToPrecision(I(8), I(-5)), vbDouble, 10);
     EXPECT_NEAR(CDbl(reals().RoundToDigits(D(1.26), I(1))), 1.3, 1e-12);
-    expectValue(reals().RoundToDigits(I(1234), I(-2)), vbDouble, 1200);
-    expectValue(reals().RoundToDigits(D(-2.5)), vbDouble, -2);
+    expectNumber(reals().RoundToDigits(I(1234), I(-2)), vbDouble, 1200);
+    expectNumber(reals().RoundToDigits(D(-2.5)), vbDouble, -2);
     EXPECT_EQ(errorOf([] { reals().RoundToPrecision(D(2.5), I(0)); }), errDivisionByZero);
     // RoundToDigits catches its own overflow.
     EXPECT_TRUE(reals().RoundToDigits(D(1e300), I(10)).isNull());
@@ -88,13 +77,13 @@ TEST(MathReals, RoundingSendsHalvesUp) {
 }
 
 TEST(MathReals, WholeAndFractionalPartsKeepTheArgumentsType) {
-    expectValue(reals().FixReal(I(7)), vbInteger, 7);
-    expectValue(reals().FixReal(D(-1.5)), vbDouble, -1);
-    expectValue(reals().IntReal(D(-1.5)), vbDouble, -2);
-    expectValue(reals().FractionalPart(D(-2.75)), vbDouble, -0.75);
-    expectValue(reals().ExponentPart(D(0.05)), vbDouble, -2);
+    expectNumber(reals().FixReal(I(7)), vbInteger, 7);
+    expectNumber(reals().FixReal(D(-1.5)), vbDouble, -1);
+    expectNumber(reals().IntReal(D(-1.5)), vbDouble, -2);
+    expectNumber(reals().FractionalPart(D(-2.75)), vbDouble, -0.75);
+    expectNumber(reals().ExponentPart(D(0.05)), vbDouble, -2);
     EXPECT_NEAR(CDbl(reals().Mantissa(D(-0.05))), 5, 1e-12);
-    expectValue(reals().Mantissa(I(0)), vbInteger, 0);
+    expectNumber(reals().Mantissa(I(0)), vbInteger, 0);
     EXPECT_EQ(errorOf([] { reals().ExponentPart(I(0)); }), errInvalidCall);
 }
 
@@ -117,20 +106,20 @@ TEST(MathReals, ApproxIsRelativeToTheSecondValue) {
 }
 
 TEST(MathReals, ExtremesKeepTheEarlierValueOnATie) {
-    expectValue(reals().Max2Real(I(1), D(1)), vbInteger, 1);
-    expectValue(reals().Min3Real(D(2), I(2), I(3)), vbDouble, 2);
+    expectNumber(reals().Max2Real(I(1), D(1)), vbInteger, 1);
+    expectNumber(reals().Min3Real(D(2), I(2), I(3)), vbDouble, 2);
     EXPECT_EQ(reals().Max2Real(S(u"a"), S(u"b")).asString(), u"b");
-    expectValue(reals().Max2Real(I(1), Variant::null()), vbInteger, 1);
+    expectNumber(reals().Max2Real(I(1), Variant::null()), vbInteger, 1);
     EXPECT_TRUE(reals().Max2Real(Variant::null(), I(1)).isNull());
     const Variant list[] = {I(3), I(1), I(4), D(4), I(1)};
-    expectValue(reals().MaxReal(list), vbInteger, 4);
-    expectValue(reals().MinReal(list), vbInteger, 1);
+    expectNumber(reals().MaxReal(list), vbInteger, 4);
+    expectNumber(reals().MinReal(list), vbInteger, 1);
     EXPECT_TRUE(reals().MaxReal({}).isNull());
 }
 
 TEST(MathReals, VariantExtremesPutNumbersBelowText) {
     EXPECT_EQ(reals().Max2Variant(I(1), S(u"a")).asString(), u"a");
-    expectValue(reals().Min2Variant(I(1), S(u"a")), vbInteger, 1);
+    expectNumber(reals().Min2Variant(I(1), S(u"a")), vbInteger, 1);
     EXPECT_EQ(reals().Max2Variant(S(u"a"), S(u"B")).asString(), u"a");
     EXPECT_EQ(reals().Max2Variant(S(u"a"), S(u"B"), I(1)).asString(), u"B");
     EXPECT_EQ(reals().Max3Variant(I(1), S(u"b"), S(u"a")).asString(), u"b");
@@ -138,11 +127,11 @@ TEST(MathReals, VariantExtremesPutNumbersBelowText) {
 }
 
 TEST(MathReals, IndicatorsAndPercentages) {
-    expectValue(reals().Chi(I(1), I(2), I(3)), vbInteger, 1);
-    expectValue(reals().Chi(I(1), I(4), I(3)), vbInteger, 0);
-    expectValue(reals().Chi(I(1), I(3), I(3)), vbDouble, 0.5);
-    expectValue(reals().StepFn(I(-1)), vbInteger, 0);
-    expectValue(reals().StepFn(I(0)), vbDouble, 0.5);
+    expectNumber(reals().Chi(I(1), I(2), I(3)), vbInteger, 1);
+    expectNumber(reals().Chi(I(1), I(4), I(3)), vbInteger, 0);
+    expectNumber(reals().Chi(I(1), I(3), I(3)), vbDouble, 0.5);
+    expectNumber(reals().StepFn(I(-1)), vbInteger, 0);
+    expectNumber(reals().StepFn(I(0)), vbDouble, 0.5);
     EXPECT_DOUBLE_EQ(CDbl(reals().PercentChange(I(50), I(75))), 50);
     EXPECT_TRUE(reals().PercentChange(I(0), I(5)).isNull());
     EXPECT_TRUE(reals().PercentOfTotal(I(5), I(0)).isNull());
@@ -151,22 +140,22 @@ TEST(MathReals, IndicatorsAndPercentages) {
 }
 
 TEST(MathReals, DivideOnErrRtnZeroCatchesEverything) {
-    expectValue(reals().DivideOnErrRtnZero(I(1), I(0)), vbInteger, 0);
-    expectValue(reals().DivideOnErrRtnZero(S(u"a"), I(2)), vbInteger, 0);
-    expectValue(reals().DivideOnErrRtnZero(I(6), I(4)), vbDouble, 1.5);
+    expectNumber(reals().DivideOnErrRtnZero(I(1), I(0)), vbInteger, 0);
+    expectNumber(reals().DivideOnErrRtnZero(S(u"a"), I(2)), vbInteger, 0);
+    expectNumber(reals().DivideOnErrRtnZero(I(6), I(4)), vbDouble, 1.5);
     EXPECT_TRUE(reals().DivideOnErrRtnZero(Variant::null(), I(2)).isNull());
 }
 
 TEST(MathReals, SplitBySignWritesBothReceivers) {
     Variant neg = S(u"u"), pos = S(u"v");
     reals().Set1stIfNeg2ndIfPos(I(-5), neg, pos);
-    expectValue(neg, vbInteger, 5);
-    expectValue(pos, vbInteger, 0);
+    expectNumber(neg, vbInteger, 5);
+    expectNumber(pos, vbInteger, 0);
     reals().Set1stIfNeg2ndIfPos(D(2.5), neg, pos);
-    expectValue(neg, vbInteger, 0);
-    expectValue(pos, vbDouble, 2.5);
+    expectNumber(neg, vbInteger, 0);
+    expectNumber(pos, vbDouble, 2.5);
     reals().Set1stIfNeg2ndIfPos(S(u"x"), neg, pos);  // untouched
-    expectValue(pos, vbDouble, 2.5);
+    expectNumber(pos, vbDouble, 2.5);
 }
 
 TEST(MathReals, Constants) {
