@@ -1,0 +1,200 @@
+#include "system/PathMapping.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "frame/Locale.h"
+
+namespace qvt {
+
+std::string toUtf8(StringView s) {
+    std::string out;
+    out.reserve(s.size());
+    for (size_t i = 0; i < s.size(); ++i) {
+        uint32_t c = s[i];
+        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < s.size() && s[i + 1] >= 0xDC00 && s[i + 1] <= 0xDFFF) {
+            c = 0x10000 + ((c - 0xD800) << 10) + (s[i + 1] - 0xDC00);
+            ++i;
+        }
+        if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else if (c < 0x800) {
+            out += static_cast<char>(0xC0 | (c >> 6));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            out += static_cast<char>(0xE0 | (c >> 12));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (c >> 18));
+            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+String fromUtf8(std::string_view s) {
+    String out;
+    out.reserve(s.size());
+    size_t i = 0;
+    while (i < s.size()) {
+        const auto b = static_cast<unsigned char>(s[i]);
+        int extra = b < 0x80 ? 0 : (b >> 5) == 6 ? 1 : (b >> 4) == 14 ? 2 : (b >> 3) == 30 ? 3 : -1;
+        uint32_t c = extra == 0 ? b : extra == 1 ? (b & 0x1F) : extra == 2 ? (b & 0x0F) : (b & 0x07);
+        bool ok = extra >= 0 && i + extra < s.size();
+        for (int k = 1; ok && k <= extra; ++k) {
+            const auto t = static_cast<unsigned char>(s[i + k]);
+            if ((t & 0xC0) != 0x80) ok = false;
+            else c = (c << 6) | (t & 0x3F);
+        }
+        if (!ok) {  // a stray byte: its Latin-1 unit
+            out += static_cast<char16_t>(b);
+            ++i;
+            continue;
+        }
+        i += extra + 1;
+        if (c >= 0x10000) {
+            c -= 0x10000;
+            out += static_cast<char16_t>(0xD800 + (c >> 10));
+            out += static_cast<char16_t>(0xDC00 + (c & 0x3FF));
+        } else {
+            out += static_cast<char16_t>(c);
+        }
+    }
+    return out;
+}
+
+std::string driveRoot() {
+    const char* env = std::getenv("QVT_DRIVE_ROOT");
+    std::string root = (env && *env) ? env : "/";
+    while (root.size() > 1 && root.back() == '/') root.pop_back();
+    return root;
+}
+
+namespace {
+
+bool isSeparator(char16_t c) { return c == u'\\' || c == u'/'; }
+
+std::string currentDirectory() {
+    std::vector<char> buf(4096);
+    while (!::getcwd(buf.data(), buf.size())) {
+        if (errno != ERANGE) return ".";
+        buf.resize(buf.size() * 2);
+    }
+    return buf.data();
+}
+
+std::string join(const std::string& base, const std::string& rest) {
+    if (rest.empty()) return base;
+    if (base.empty()) return rest;
+    if (base.back() == '/') return base + rest;
+    return base + "/" + rest;
+}
+
+bool sameFolded(const String& a, const String& b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (textCompareKey(a[i]) != textCompareKey(b[i])) return false;
+    return true;
+}
+
+// Rule 6: resolve each component of an absolute or relative native path.
+std::string resolveCase(const std::string& path) {
+    std::string done;
+    size_t i = 0;
+    if (!path.empty() && path[0] == '/') {
+        done = "/";
+        i = 1;
+    }
+    bool missing = false;
+    while (i <= path.size()) {
+        size_t j = path.find('/', i);
+        if (j == std::string::npos) j = path.size();
+        std::string part = path.substr(i, j - i);
+        i = j + 1;
+        if (part.empty()) {
+            if (j == path.size() && !done.empty() && done.back() != '/') done += '/';
+            if (j == path.size()) break;
+            continue;
+        }
+        std::string candidate = done.empty() ? part : join(done, part);
+        if (!missing && part != "." && part != "..") {
+            struct stat st;
+            if (::lstat(candidate.c_str(), &st) != 0) {
+                const String wanted = fromUtf8(part);
+                DIR* d = ::opendir(done.empty() ? "." : done.c_str());
+                bool found = false;
+                if (d) {
+                    while (dirent* e = ::readdir(d)) {
+                        if (sameFolded(fromUtf8(e->d_name), wanted)) {
+                            candidate = done.empty() ? std::string(e->d_name) : join(done, e->d_name);
+                            found = true;
+                            break;
+                        }
+                    }
+                    ::closedir(d);
+                }
+                if (!found) missing = true;
+            }
+        }
+        done = candidate;
+        if (j == path.size()) break;
+    }
+    return done;
+}
+
+}  // namespace
+
+std::string mapPathLiteral(StringView dos) {
+    std::string prefix;  // where the rest hangs
+    size_t i = 0;
+    if (dos.size() >= 2 && dos[1] == u':' &&
+        ((dos[0] >= u'A' && dos[0] <= u'Z') || (dos[0] >= u'a' && dos[0] <= u'z'))) {
+        i = 2;
+        if (i < dos.size() && isSeparator(dos[i])) {
+            prefix = driveRoot();
+            while (i < dos.size() && isSeparator(dos[i])) ++i;
+        } else {
+            prefix = currentDirectory();
+        }
+    } else if (!dos.empty() && dos[0] == u'/') {
+        prefix = "/";
+        while (i < dos.size() && isSeparator(dos[i])) ++i;
+    } else if (!dos.empty() && dos[0] == u'\\') {
+        prefix = driveRoot();
+        while (i < dos.size() && isSeparator(dos[i])) ++i;
+    }
+    String rest(dos.substr(i));
+    for (char16_t& c : rest)
+        if (c == u'\\') c = u'/';
+    return join(prefix, toUtf8(rest));
+}
+
+std::string mapPath(StringView dosPath) { return resolveCase(mapPathLiteral(dosPath)); }
+
+String toDosPath(const std::string& native) {
+    const std::string root = driveRoot();
+    std::string rel;
+    if (root == "/") {
+        if (native.empty() || native[0] != '/') return fromUtf8(native);
+        rel = native.substr(1);
+    } else if (native == root) {
+        rel.clear();
+    } else if (native.compare(0, root.size() + 1, root + "/") == 0) {
+        rel = native.substr(root.size() + 1);
+    } else {
+        return fromUtf8(native);
+    }
+    String out = u"C:\\" + fromUtf8(rel);
+    for (char16_t& c : out)
+        if (c == u'/') c = u'\\';
+    return out;
+}
+
+}  // namespace qvt
