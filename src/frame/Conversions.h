@@ -53,7 +53,7 @@ inline bool IsEmpty(const Variant& v) noexcept { return v.isEmpty(); }
 inline bool IsMissing(const Variant& v) noexcept { return v.isMissing(); }
 inline bool IsArray(const Variant& v) noexcept { return v.isArray(); }
 inline bool IsObject(const Variant& v) noexcept { return v.isObject(); }
-inline int32_t VarType(const Variant& v) noexcept { return v.vt(); }
+// VarType(v) is v.vt().
 // The library's type names: "Integer", "String Array", ...
 String typeNameOf(uint16_t varType);
 // TypeName: the type name, or the class name of an object ("Nothing").

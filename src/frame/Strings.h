@@ -25,6 +25,10 @@ String UCase(StringView s);
 String LCase(StringView s);
 String Space(int64_t n);
 String StringOf(int64_t n, char16_t c);  // String$(n, c)
+// String$ with the first unit of a String ("" raises 5), and with an ANSI
+// character code (taken Mod 256 above 255; negative raises 5).
+String StringOf(int64_t n, StringView c);
+String StringOfCode(int64_t n, int64_t code);
 // LSet of a fixed-length field: left-justify, pad with blanks, cut.
 String LSet(StringView s, int32_t fieldLength);
 
@@ -42,8 +46,9 @@ bool Like(StringView s, StringView pattern, int32_t compare = vbBinaryCompare);
 
 int32_t Asc(StringView s);  // ANSI code of the first unit; "" raises 5
 String Chr(int64_t code);   // ANSI code 0..255, else 5
+// AscW gives Basic's Integer: units above 32767 come back negative.
 int32_t AscW(StringView s);
-String ChrW(int64_t code);
+String ChrW(int64_t code);  // -32768..65535, negative values add 65536; else 5
 // StrConv modes: 1 upper, 2 lower, 3 proper case, 64 vbUnicode, 128 vbFromUnicode.
 String StrConv(StringView s, int32_t mode);
 
