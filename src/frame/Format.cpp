@@ -129,7 +129,6 @@ char digitAt(const Digits& v, int index) {  // index 0 is the first digit
 
 // ------------------------------------------------------------ pattern text
 
-bool isAsciiLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 char16_t lower(char16_t c) { return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c; }
 
 bool startsWithFolded(StringView s, size_t i, std::u16string_view word) {
