@@ -284,7 +284,7 @@ std::vector<Entry> matchingEntries(const std::string& dir, StringView pattern) {
     if (!d) return out;
     while (dirent* e = ::readdir(d)) {
         const std::string name = e->d_name;
-        if (!dosMatch(fromUtf8(name), pattern)) continue;
+        if (!dosMatch(fromNativeName(name), pattern)) continue;
         Entry en;
         en.native = dir == "/" ? "/" + name : dir + "/" + name;
         en.name = name;
@@ -293,7 +293,7 @@ std::vector<Entry> matchingEntries(const std::string& dir, StringView pattern) {
     }
     ::closedir(d);
     std::sort(out.begin(), out.end(), [](const Entry& a, const Entry& b) {
-        const String x = fromUtf8(a.name), y = fromUtf8(b.name);
+        const String x = fromNativeName(a.name), y = fromNativeName(b.name);
         const size_t n = std::min(x.size(), y.size());
         for (size_t i = 0; i < n; ++i) {
             const char16_t p = textCompareKey(x[i]), q = textCompareKey(y[i]);
@@ -306,7 +306,7 @@ std::vector<Entry> matchingEntries(const std::string& dir, StringView pattern) {
 
 String lastComponent(const std::string& native) {
     const size_t slash = native.find_last_of('/');
-    return fromUtf8(slash == std::string::npos ? native : native.substr(slash + 1));
+    return fromNativeName(slash == std::string::npos ? native : native.substr(slash + 1));
 }
 
 void copyFileContents(int in, int out, const std::string& from, const std::string& to) {
@@ -704,11 +704,11 @@ String Dir(StringView pattern, int32_t attributes) {
         struct stat st;
         if (::stat(native.c_str(), &st) == 0) {
             const String name = lastComponent(native);
-            if (admitted(attributesOf(st, toUtf8(name)), attributes)) gDir.names.push_back(name);
+            if (admitted(attributesOf(st, toNativeName(name)), attributes)) gDir.names.push_back(name);
         }
     } else {
         for (const Entry& e : matchingEntries(nativeDir, last)) {
-            if (admitted(attributesOf(e.st, e.name), attributes)) gDir.names.push_back(fromUtf8(e.name));
+            if (admitted(attributesOf(e.st, e.name), attributes)) gDir.names.push_back(fromNativeName(e.name));
         }
     }
     return Dir();
@@ -804,7 +804,7 @@ void Name(StringView oldPath, StringView newPath) {
     if (::lstat(to.c_str(), &dst) == 0) {
         if (dst.st_dev != sst.st_dev || dst.st_ino != sst.st_ino) raiseError(errFileAlreadyExists);
         // The same entry under another case: rename to the spelling given.
-        to = parentOf(to) + "/" + toUtf8(lastComponent(mapPathLiteral(newPath)));
+        to = parentOf(to) + "/" + toNativeName(lastComponent(mapPathLiteral(newPath)));
         if (to == from) return;
     } else if (!isDirectory(parentOf(to))) {
         raiseError(errPathNotFound);

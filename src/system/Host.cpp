@@ -31,7 +31,7 @@ std::vector<std::string> splitCommandLine(StringView line) {
             quoted = !quoted;
             any = true;
         } else if ((c == u' ' || c == u'\t') && !quoted) {
-            if (any) out.push_back(toUtf8(cur));
+            if (any) out.push_back(toNativeName(cur));
             cur.clear();
             any = false;
         } else {
@@ -39,7 +39,7 @@ std::vector<std::string> splitCommandLine(StringView line) {
             any = true;
         }
     }
-    if (any) out.push_back(toUtf8(cur));
+    if (any) out.push_back(toNativeName(cur));
     return out;
 }
 
@@ -52,7 +52,7 @@ bool isExecutable(const std::string& p) {
 // bare name searched on PATH; "" when not found.
 std::string findProgram(const std::string& name) {
     if (name.find('/') != std::string::npos || name.find('\\') != std::string::npos || name.find(':') == 1) {
-        const std::string p = mapPath(fromUtf8(name));
+        const std::string p = mapPath(fromNativeName(name));
         return isExecutable(p) ? p : std::string();
     }
     const char* path = std::getenv("PATH");
@@ -82,19 +82,19 @@ void Host::log(StringView line) {
         gLogSink(line);
         return;
     }
-    const std::string s = toUtf8(line);
+    const std::string s = toNativeName(line);
     std::fprintf(stderr, "%s\n", s.c_str());
 }
 
 String Host::environ(StringView name) {
-    const char* v = std::getenv(toUtf8(name).c_str());
-    return v ? fromUtf8(v) : String();
+    const char* v = std::getenv(toNativeName(name).c_str());
+    return v ? fromNativeName(v) : String();
 }
 
 String Host::environAt(int32_t index) {
     char** env = ::environ;
     for (int32_t i = 1; env && *env; ++env, ++i)
-        if (i == index) return fromUtf8(*env);
+        if (i == index) return fromNativeName(*env);
     return String();
 }
 
@@ -124,12 +124,12 @@ int32_t Host::doEvents() {
 void Host::beep() { log(u"Beep"); }
 
 int32_t Host::msgBox(StringView prompt, int32_t buttons, StringView title) {
-    log(u"MsgBox: " + String(title) + u": " + String(prompt));
+    log(u"MsgBox: " + (title.empty() ? String() : String(title) + u": ") + String(prompt));
     return defaultMsgBoxAnswer(buttons);
 }
 
 String Host::inputBox(StringView prompt, StringView title, StringView defaultText) {
-    log(u"InputBox: " + String(title) + u": " + String(prompt));
+    log(u"InputBox: " + (title.empty() ? String() : String(title) + u": ") + String(prompt));
     return String(defaultText);
 }
 

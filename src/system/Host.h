@@ -11,7 +11,7 @@
 //   - Shell starts the program without waiting and returns its process id
 //     (error 53 when the program cannot be found, 5 for a bad window style).
 // Log lines go to the log sink (standard error by default), one line per
-// event: "MsgBox: <title>: <prompt>". An application that has a desktop
+// event: "MsgBox: <title>: <prompt>" ("MsgBox: <prompt>" without a title). An application that has a desktop
 // installs its own Host with setHost.
 #pragma once
 #include <functional>

@@ -11,7 +11,7 @@
 
 namespace qvt {
 
-std::string toUtf8(StringView s) {
+std::string toNativeName(StringView s) {
     std::string out;
     out.reserve(s.size());
     for (size_t i = 0; i < s.size(); ++i) {
@@ -39,7 +39,7 @@ std::string toUtf8(StringView s) {
     return out;
 }
 
-String fromUtf8(std::string_view s) {
+String fromNativeName(std::string_view s) {
     String out;
     out.reserve(s.size());
     size_t i = 0;
@@ -127,12 +127,12 @@ std::string resolveCase(const std::string& path) {
         if (!missing && part != "." && part != "..") {
             struct stat st;
             if (::lstat(candidate.c_str(), &st) != 0) {
-                const String wanted = fromUtf8(part);
+                const String wanted = fromNativeName(part);
                 DIR* d = ::opendir(done.empty() ? "." : done.c_str());
                 bool found = false;
                 if (d) {
                     while (dirent* e = ::readdir(d)) {
-                        if (sameFolded(fromUtf8(e->d_name), wanted)) {
+                        if (sameFolded(fromNativeName(e->d_name), wanted)) {
                             candidate = done.empty() ? std::string(e->d_name) : join(done, e->d_name);
                             found = true;
                             break;
@@ -173,7 +173,7 @@ std::string mapPathLiteral(StringView dos) {
     String rest(dos.substr(i));
     for (char16_t& c : rest)
         if (c == u'\\') c = u'/';
-    return join(prefix, toUtf8(rest));
+    return join(prefix, toNativeName(rest));
 }
 
 std::string mapPath(StringView dosPath) { return resolveCase(mapPathLiteral(dosPath)); }
@@ -182,16 +182,16 @@ String toDosPath(const std::string& native) {
     const std::string root = driveRoot();
     std::string rel;
     if (root == "/") {
-        if (native.empty() || native[0] != '/') return fromUtf8(native);
+        if (native.empty() || native[0] != '/') return fromNativeName(native);
         rel = native.substr(1);
     } else if (native == root) {
         rel.clear();
     } else if (native.compare(0, root.size() + 1, root + "/") == 0) {
         rel = native.substr(root.size() + 1);
     } else {
-        return fromUtf8(native);
+        return fromNativeName(native);
     }
-    String out = u"C:\\" + fromUtf8(rel);
+    String out = u"C:\\" + fromNativeName(rel);
     for (char16_t& c : out)
         if (c == u'/') c = u'\\';
     return out;

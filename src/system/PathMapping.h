@@ -43,7 +43,7 @@ String toDosPath(const std::string& nativePath);
 
 // UTF-16 <-> UTF-8 for names (unpaired surrogates are kept as three-byte
 // sequences so that names round-trip).
-std::string toUtf8(StringView s);
-String fromUtf8(std::string_view s);
+std::string toNativeName(StringView s);
+String fromNativeName(std::string_view s);
 
 }  // namespace qvt
