@@ -99,17 +99,17 @@ String Host::environAt(int32_t index) {
 }
 
 double Host::shell(StringView commandLine, int32_t windowStyle) {
-    if (windowStyle < 0 || windowStyle > 6) raiseError(5);
+    if (windowStyle < 0 || windowStyle > 6) raiseError(errInvalidCall);
     const std::vector<std::string> args = splitCommandLine(commandLine);
-    if (args.empty()) raiseError(5);
+    if (args.empty()) raiseError(errInvalidCall);
     const std::string program = findProgram(args[0]);
-    if (program.empty()) raiseError(53);
+    if (program.empty()) raiseError(errFileNotFound);
     std::vector<char*> argv;
     for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
     reapChildren();
     pid_t pid = 0;
-    if (::posix_spawn(&pid, program.c_str(), nullptr, nullptr, argv.data(), ::environ) != 0) raiseError(53);
+    if (::posix_spawn(&pid, program.c_str(), nullptr, nullptr, argv.data(), ::environ) != 0) raiseError(errFileNotFound);
     log(u"Shell: " + String(commandLine));
     return static_cast<double>(pid);
 }
