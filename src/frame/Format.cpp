@@ -357,7 +357,6 @@ String renderNumeric(const NumPattern& p, Digits v, bool negative) {
                 out += loc.decimalPoint;
                 break;
             case NumToken::Exp: {
-                if (!intWritten && p.intPlaces == 0) intWritten = true;
                 out += t.text;
                 if (expShown < 0) out += u'-';
                 else if (t.expPlus) out += u'+';
