@@ -278,7 +278,9 @@ Variant opDiv(const Variant& a, const Variant& b) {
     return Variant(r);
 }
 
-Variant opIntDiv(const Variant& a, const Variant& b) {
+namespace {
+// \ and Mod: both operands rounded to Byte, Integer or Long first.
+Variant integerDivision(const Variant& a, const Variant& b, bool remainder) {
     if (a.isNull() || b.isNull()) {
         if (kindOf(a) == Kind::Bad || kindOf(b) == Kind::Bad) raiseError(errTypeMismatch);
         return Variant::null();
@@ -286,19 +288,12 @@ Variant opIntDiv(const Variant& a, const Variant& b) {
     IntOperand x = intOperand(a), y = intOperand(b);
     if (y.value == 0) raiseError(errDivisionByZero);
     Rank rank = x.rank > y.rank ? x.rank : y.rank;
-    return integerResult(x.value / y.value, rank);
+    return integerResult(remainder ? x.value % y.value : x.value / y.value, rank);
 }
+}  // namespace
 
-Variant opMod(const Variant& a, const Variant& b) {
-    if (a.isNull() || b.isNull()) {
-        if (kindOf(a) == Kind::Bad || kindOf(b) == Kind::Bad) raiseError(errTypeMismatch);
-        return Variant::null();
-    }
-    IntOperand x = intOperand(a), y = intOperand(b);
-    if (y.value == 0) raiseError(errDivisionByZero);
-    Rank rank = x.rank > y.rank ? x.rank : y.rank;
-    return integerResult(x.value % y.value, rank);
-}
+Variant opIntDiv(const Variant& a, const Variant& b) { return integerDivision(a, b, false); }
+Variant opMod(const Variant& a, const Variant& b) { return integerDivision(a, b, true); }
 
 Variant opPow(const Variant& a, const Variant& b) {
     Kind ka = kindOf(a), kb = kindOf(b);

@@ -2,6 +2,8 @@
 // The classes here exist only in this test.
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <cstring>
 #include <functional>
 
@@ -10,14 +12,7 @@
 namespace qvt {
 namespace {
 
-int errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using qvt::test::errorOf;
 
 class Account : public Object {
 public:

@@ -1,20 +1,14 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include "frame/Conversions.h"
 
 using namespace qvt;
+using qvt::test::errorOf;
 
 namespace {
 
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 Variant S(const char16_t* s) { return Variant(s); }
 

@@ -1,21 +1,15 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include "frame/Conversions.h"
 #include "frame/Operators.h"
 
 using namespace qvt;
+using qvt::test::errorOf;
 
 namespace {
 
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 Variant I(int v) { return Variant(int16_t(v)); }
 Variant L(int32_t v) { return Variant(v); }

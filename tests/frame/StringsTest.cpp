@@ -2,21 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <chrono>
 
 namespace qvt {
 namespace {
 
-// The number of the run-time error f raises, 0 if none.
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using qvt::test::errorOf;
+
 
 TEST(Strings, PiecesClampPastTheEndAndRejectBadArguments) {
     EXPECT_EQ(Mid(u"abc", 4), u"");

@@ -1,21 +1,16 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include "frame/Conversions.h"
 #include "frame/Error.h"
 #include "frame/Variant.h"
 
 using namespace qvt;
+using qvt::test::errorOf;
 
 namespace {
 
-ErrNo errorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 struct Probe : Object {
     static inline int alive = 0;
