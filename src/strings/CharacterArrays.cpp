@@ -1,5 +1,6 @@
 #include "strings/CharacterArrays.h"
 
+#include "automation/TypeLibrary.h"
 #include <algorithm>
 #include <array>
 #include <unordered_map>
@@ -263,7 +264,6 @@ CharacterArrays& characterArrays() noexcept { return globalInstance<CharacterArr
 
 // --- type library ------------------------------------------------------------
 
-#include "automation/TypeLibrary.h"
 
 namespace qvt {
 

@@ -1,5 +1,6 @@
 #include "strings/CharacterTypes.h"
 
+#include "automation/TypeLibrary.h"
 #include <algorithm>
 #include <vector>
 
@@ -362,7 +363,6 @@ CharacterTypes& characterTypes() noexcept { return globalInstance<CharacterTypes
 
 // --- type library ------------------------------------------------------------
 
-#include "automation/TypeLibrary.h"
 
 namespace qvt {
 

@@ -1,5 +1,6 @@
 #include "strings/StringLists.h"
 
+#include "automation/TypeLibrary.h"
 #include <algorithm>
 
 #include "frame/FixUps.h"
@@ -105,7 +106,6 @@ StringLists& stringLists() noexcept { return globalInstance<StringLists>(); }
 
 // --- type library ------------------------------------------------------------
 
-#include "automation/TypeLibrary.h"
 
 namespace qvt {
 

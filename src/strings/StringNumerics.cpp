@@ -1,5 +1,6 @@
 #include "strings/StringNumerics.h"
 
+#include "automation/TypeLibrary.h"
 #include <cmath>
 
 #include "frame/Conversions.h"
@@ -216,7 +217,6 @@ StringNumerics& stringNumerics() noexcept { return globalInstance<StringNumerics
 
 // --- type library ------------------------------------------------------------
 
-#include "automation/TypeLibrary.h"
 
 namespace qvt {
 
