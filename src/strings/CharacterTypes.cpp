@@ -61,7 +61,7 @@ int32_t letterMask(char16_t letter) noexcept {
 // two characters does not matter. Marks: ` acute ' ^ ~ " (or :) for the
 // diaeresis, o * . for the ring, , cedilla, / stroke, < caron, - bar.
 struct Composition {
-    char16_t pair[2];
+    char16_t pair[3];  // two characters and the terminator
     uint8_t code;
 };
 constexpr Composition kCompositions[] = {
