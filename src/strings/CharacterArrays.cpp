@@ -1,11 +1,11 @@
 #include "strings/CharacterArrays.h"
 
-#include "automation/TypeLibrary.h"
 #include <algorithm>
 #include <array>
 #include <unordered_map>
 #include <vector>
 
+#include "automation/TypeLibrary.h"
 #include "frame/Conversions.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"

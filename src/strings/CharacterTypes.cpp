@@ -1,9 +1,9 @@
 #include "strings/CharacterTypes.h"
 
-#include "automation/TypeLibrary.h"
 #include <algorithm>
 #include <vector>
 
+#include "automation/TypeLibrary.h"
 #include "frame/Conversions.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"

@@ -1,8 +1,8 @@
 #include "strings/StringLists.h"
 
-#include "automation/TypeLibrary.h"
 #include <algorithm>
 
+#include "automation/TypeLibrary.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
 #include "frame/Strings.h"

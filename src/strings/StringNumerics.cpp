@@ -1,8 +1,8 @@
 #include "strings/StringNumerics.h"
 
-#include "automation/TypeLibrary.h"
 #include <cmath>
 
+#include "automation/TypeLibrary.h"
 #include "frame/Conversions.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
