@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+
+#include "TestSupport.h"
 #include <cmath>
 
 #include "frame/DateFunctions.h"
@@ -7,15 +9,7 @@
 namespace qvt {
 namespace {
 
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using qvt::test::errorOf;
 
 Variant I(int16_t x) { return Variant(x); }
 Variant S(const char16_t* s) { return Variant(s); }

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+
+#include "TestSupport.h"
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -51,15 +53,7 @@ protected:
     std::string dir_, oldCwd_;
 };
 
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using qvt::test::errorOf;
 
 TEST_F(Files, LineInputEndsAtCrOrCrLfButNotAtLf) {
     write("in.txt", "one\r\ntwo\rthree\nstill three\r\n\r\nlast");

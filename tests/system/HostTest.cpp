@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+
+#include "TestSupport.h"
 #include <sys/wait.h>
 
 #include <cstdlib>
@@ -10,15 +12,7 @@
 namespace qvt {
 namespace {
 
-template <class F>
-ErrNo errorOf(F&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using qvt::test::errorOf;
 
 class HostServices : public ::testing::Test {
 protected:
