@@ -41,8 +41,8 @@ std::string mapPathLiteral(StringView dosPath);
 // The DOS form of a platform path (the reverse of rule 2).
 String toDosPath(const std::string& nativePath);
 
-// UTF-16 <-> UTF-8 for names (unpaired surrogates are kept as three-byte
-// sequences so that names round-trip).
+// UTF-16 <-> UTF-8 for names; bytes of a native name that are not UTF-8
+// come back as the units of the same value.
 std::string toNativeName(StringView s);
 String fromNativeName(std::string_view s);
 
