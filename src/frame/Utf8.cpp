@@ -20,7 +20,7 @@ void appendUtf8(std::string& out, uint32_t cp) {
     }
 }
 
-std::string toUtf8(StringView s) {
+std::string toUtf8(StringView s, Utf8Mode mode) {
     std::string out;
     out.reserve(s.size());
     for (size_t i = 0; i < s.size(); ++i) {
@@ -29,7 +29,7 @@ std::string toUtf8(StringView s) {
             appendUtf8(out, 0x10000 + ((uint32_t(c) - 0xD800) << 10) + (uint32_t(s[i + 1]) - 0xDC00));
             ++i;
         } else if (isHighSurrogate(c) || isLowSurrogate(c)) {
-            appendUtf8(out, 0xFFFD);
+            appendUtf8(out, mode == Utf8Mode::Text ? 0xFFFD : uint32_t(c));
         } else {
             appendUtf8(out, c);
         }
@@ -37,7 +37,7 @@ std::string toUtf8(StringView s) {
     return out;
 }
 
-String fromUtf8(std::string_view s, InvalidUtf8 invalid) {
+String fromUtf8(std::string_view s, Utf8Mode mode) {
     String out;
     out.reserve(s.size());
     size_t i = 0;
@@ -57,8 +57,9 @@ String fromUtf8(std::string_view s, InvalidUtf8 invalid) {
             else cp = (cp << 6) | (cc & 0x3F);
         }
         static const uint32_t minimum[5] = {0, 0, 0x80, 0x800, 0x10000};
-        if (!ok || cp < minimum[len] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) {
-            out.push_back(invalid == InvalidUtf8::Replace ? char16_t(0xFFFD) : char16_t(c));
+        bool surrogate = cp >= 0xD800 && cp <= 0xDFFF;
+        if (!ok || cp < minimum[len] || cp > 0x10FFFF || (surrogate && mode == Utf8Mode::Text)) {
+            out.push_back(mode == Utf8Mode::Text ? char16_t(0xFFFD) : char16_t(c));
             ++i;
             continue;
         }

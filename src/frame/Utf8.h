@@ -1,6 +1,6 @@
 // UTF-8 at the edges of the library (script text, JSON, native file names).
 // Strings inside are 16-bit units; a surrogate pair travels as one code
-// point and a lone surrogate as U+FFFD.
+// point.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -13,14 +13,13 @@ namespace qvt {
 inline bool isHighSurrogate(char16_t c) noexcept { return c >= 0xD800 && c <= 0xDBFF; }
 inline bool isLowSurrogate(char16_t c) noexcept { return c >= 0xDC00 && c <= 0xDFFF; }
 
-void appendUtf8(std::string& out, uint32_t codePoint);
-std::string toUtf8(StringView s);
+// Text: what cannot be encoded or decoded becomes U+FFFD. NativeName: a lone
+// surrogate travels as its three-byte form and a byte that is not UTF-8
+// comes back as the unit of the same value, so that any name round-trips.
+enum class Utf8Mode { Text, NativeName };
 
-// What a byte that is not part of valid UTF-8 becomes.
-enum class InvalidUtf8 {
-    Replace,  // U+FFFD, for text read from users
-    Latin1,   // the unit of the same value, so native names survive a round trip
-};
-String fromUtf8(std::string_view s, InvalidUtf8 invalid = InvalidUtf8::Replace);
+void appendUtf8(std::string& out, uint32_t codePoint);
+std::string toUtf8(StringView s, Utf8Mode mode = Utf8Mode::Text);
+String fromUtf8(std::string_view s, Utf8Mode mode = Utf8Mode::Text);
 
 }  // namespace qvt

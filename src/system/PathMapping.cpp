@@ -12,8 +12,8 @@
 
 namespace qvt {
 
-std::string toNativeName(StringView s) { return toUtf8(s); }
-String fromNativeName(std::string_view s) { return fromUtf8(s, InvalidUtf8::Latin1); }
+std::string toNativeName(StringView s) { return toUtf8(s, Utf8Mode::NativeName); }
+String fromNativeName(std::string_view s) { return fromUtf8(s, Utf8Mode::NativeName); }
 
 
 

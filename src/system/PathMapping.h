@@ -41,8 +41,7 @@ std::string mapPathLiteral(StringView dosPath);
 // The DOS form of a platform path (the reverse of rule 2).
 String toDosPath(const std::string& nativePath);
 
-// UTF-16 <-> UTF-8 for names; bytes of a native name that are not UTF-8
-// come back as the units of the same value.
+// UTF-16 <-> UTF-8 for names, so that every name round-trips (Utf8Mode::NativeName).
 std::string toNativeName(StringView s);
 String fromNativeName(std::string_view s);
 
