@@ -95,7 +95,7 @@ using V = Variant;
 ArrayManipulations& am(Call& c) { return c.self<ArrayManipulations>(); }
 
 const ClassRegistration kArrayManipulations(u"ArrayManipulations", ClassKind::Global, globalFactory<ArrayManipulations>, {
-    {"CopyVariantVector(ref rTo: array of Variant, ref vFm: array of Variant) -> Boolean",
+    {"CopyVariantVector(ref rTo: array of Variant, ref vFm: Variant()) -> Boolean",
      [](Call& c) { return V(am(c).CopyVariantVector(c[0], c[1])); }},
     {"ShuffleVariantVector(ref rVector: array of Variant, [vMinElem: Variant], [vMaxElem: Variant]) -> Boolean",
      [](Call& c) { return V(am(c).ShuffleVariantVector(c[0], c[1], c[2])); }},
