@@ -1,6 +1,10 @@
 // Helpers shared by the unit tests.
 #pragma once
+#include <gtest/gtest.h>
+
+#include "frame/Conversions.h"
 #include "frame/Error.h"
+#include "frame/Variant.h"
 
 namespace qvt::test {
 
@@ -13,6 +17,18 @@ ErrNo errorOf(F&& f) {
         return e.number();
     }
     return 0;
+}
+
+// Values as a Basic literal types them: Integer, Long, Double, String.
+inline Variant I(int v) { return Variant(int16_t(v)); }
+inline Variant L(int32_t v) { return Variant(v); }
+inline Variant D(double v) { return Variant(v); }
+inline Variant S(const char16_t* s) { return Variant(s); }
+
+// A number of the given VarType and value.
+inline void expectNumber(const Variant& v, VarType type, double value) {
+    ASSERT_EQ(v.vt(), type);
+    EXPECT_DOUBLE_EQ(CDbl(v), value);
 }
 
 }  // namespace qvt::test
