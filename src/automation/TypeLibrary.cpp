@@ -307,7 +307,9 @@ Variant TypeLibrary::invokeChecked(const MemberInfo& m, Object* self, std::span<
             continue;
         }
         if (a.variable && p.byRef && p.isArray) {
-            coerceTo(*a.variable, p, f.l[i]);  // checks the type; the alias is the variable itself
+            // A variable still Empty is a dynamic array not yet dimensioned:
+            // the member may ReDim it.
+            if (!a.variable->isEmpty()) coerceTo(*a.variable, p, f.l[i]);  // checks the type; the alias is the variable itself
             f.l[i].clear();
             f.p[i] = a.variable;
             continue;

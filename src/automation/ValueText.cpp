@@ -4,31 +4,22 @@
 #include <functional>
 
 #include "frame/Conversions.h"
+#include "frame/NumberFormat.h"
+#include "frame/Utf8.h"
 
 namespace qvt {
 
 namespace {
 
-void appendUtf8(std::string& out, uint32_t cp) {
-    if (cp < 0x80) {
-        out.push_back(char(cp));
-    } else if (cp < 0x800) {
-        out.push_back(char(0xC0 | (cp >> 6)));
-        out.push_back(char(0x80 | (cp & 0x3F)));
-    } else if (cp < 0x10000) {
-        out.push_back(char(0xE0 | (cp >> 12)));
-        out.push_back(char(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(char(0x80 | (cp & 0x3F)));
-    } else {
-        out.push_back(char(0xF0 | (cp >> 18)));
-        out.push_back(char(0x80 | ((cp >> 12) & 0x3F)));
-        out.push_back(char(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(char(0x80 | (cp & 0x3F)));
-    }
+// Currency and Decimal travel as the exact decimal text, '.' whatever the locale.
+std::string exactText(const Variant& v) {
+    String t;
+    if (v.vt() == vbCurrency) appendCurrency(t, v.asCurrency(), u'.');
+    else appendDecimal(t, v.asDecimal(), u'.');
+    return toUtf8(t);
 }
 
-bool isHigh(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
-bool isLow(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
 
 void jsonString(std::string& out, StringView s) {
     static const char* hex = "0123456789abcdef";
@@ -45,10 +36,10 @@ void jsonString(std::string& out, StringView s) {
             case u'\f': out += "\\f"; continue;
             default: break;
         }
-        if (c < 0x20 || c == 0x7F || ((isHigh(c) || isLow(c)) && !(isHigh(c) && i + 1 < s.size() && isLow(s[i + 1])))) {
+        if (c < 0x20 || c == 0x7F || ((isHighSurrogate(c) || isLowSurrogate(c)) && !(isHighSurrogate(c) && i + 1 < s.size() && isLowSurrogate(s[i + 1])))) {
             out += "\\u";
             for (int shift = 12; shift >= 0; shift -= 4) out.push_back(hex[(c >> shift) & 0xF]);
-        } else if (isHigh(c)) {
+        } else if (isHighSurrogate(c)) {
             appendUtf8(out, 0x10000 + ((uint32_t(c) - 0xD800) << 10) + (uint32_t(s[i + 1]) - 0xDC00));
             ++i;
         } else {
@@ -116,8 +107,8 @@ void json(std::string& out, const Variant& v) {
         case vbByte: out += ",\"value\":" + std::to_string(v.asByte()); break;
         case vbSingle: out += ",\"value\":"; shortest(out, v.asSingle()); break;
         case vbDouble: out += ",\"value\":"; shortest(out, v.asDouble()); break;
-        case vbCurrency: out += ",\"value\":\"" + currencyText(v.asCurrency()) + "\""; break;
-        case vbDecimal: out += ",\"value\":\"" + decimalText(v.asDecimal()) + "\""; break;
+        case vbCurrency: out += ",\"value\":\"" + exactText(v) + "\""; break;
+        case vbDecimal: out += ",\"value\":\"" + exactText(v) + "\""; break;
         case vbBoolean: out += v.asBoolean() ? ",\"value\":true" : ",\"value\":false"; break;
         case vbString: out += ",\"value\":"; jsonString(out, v.asString()); break;
         case vbError: out += ",\"value\":" + std::to_string(v.asErrorCode()); break;
@@ -163,90 +154,9 @@ void printArrayLevel(std::string& out, const SafeArray& a, size_t dim, size_t of
 
 }  // namespace
 
-String fromUtf8(std::string_view s) {
-    String out;
-    out.reserve(s.size());
-    size_t i = 0;
-    while (i < s.size()) {
-        unsigned char c = static_cast<unsigned char>(s[i]);
-        uint32_t cp;
-        size_t len;
-        if (c < 0x80) { cp = c; len = 1; }
-        else if ((c & 0xE0) == 0xC0) { cp = c & 0x1F; len = 2; }
-        else if ((c & 0xF0) == 0xE0) { cp = c & 0x0F; len = 3; }
-        else if ((c & 0xF8) == 0xF0) { cp = c & 0x07; len = 4; }
-        else { out.push_back(0xFFFD); ++i; continue; }
-        bool ok = i + len <= s.size();
-        for (size_t k = 1; ok && k < len; ++k) {
-            unsigned char cc = static_cast<unsigned char>(s[i + k]);
-            if ((cc & 0xC0) != 0x80) ok = false;
-            else cp = (cp << 6) | (cc & 0x3F);
-        }
-        static const uint32_t minimum[5] = {0, 0, 0x80, 0x800, 0x10000};
-        if (!ok || cp < minimum[len] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) {
-            out.push_back(0xFFFD);
-            ++i;
-            continue;
-        }
-        if (cp >= 0x10000) {
-            cp -= 0x10000;
-            out.push_back(char16_t(0xD800 + (cp >> 10)));
-            out.push_back(char16_t(0xDC00 + (cp & 0x3FF)));
-        } else {
-            out.push_back(char16_t(cp));
-        }
-        i += len;
-    }
-    return out;
-}
 
-std::string toUtf8(StringView s) {
-    std::string out;
-    out.reserve(s.size());
-    for (size_t i = 0; i < s.size(); ++i) {
-        char16_t c = s[i];
-        if (isHigh(c) && i + 1 < s.size() && isLow(s[i + 1])) {
-            appendUtf8(out, 0x10000 + ((uint32_t(c) - 0xD800) << 10) + (uint32_t(s[i + 1]) - 0xDC00));
-            ++i;
-        } else if (isHigh(c) || isLow(c)) {
-            appendUtf8(out, 0xFFFD);
-        } else {
-            appendUtf8(out, c);
-        }
-    }
-    return out;
-}
 
-std::string currencyText(int64_t t) {
-    uint64_t mag = t < 0 ? uint64_t(0) - uint64_t(t) : uint64_t(t);
-    std::string out = t < 0 ? "-" : "";
-    out += std::to_string(mag / 10000);
-    uint64_t frac = mag % 10000;
-    if (frac) {
-        std::string f = std::to_string(frac);
-        f.insert(0, 4 - f.size(), '0');
-        while (f.back() == '0') f.pop_back();
-        out += "." + f;
-    }
-    return out;
-}
 
-std::string decimalText(const Decimal& d) {
-    unsigned __int128 mag = (static_cast<unsigned __int128>(d.hi) << 64) | d.lo;
-    std::string digits;
-    do {
-        digits.insert(digits.begin(), char('0' + int(mag % 10)));
-        mag /= 10;
-    } while (mag != 0);
-    if (d.scale > 0) {
-        if (digits.size() <= d.scale) digits.insert(0, d.scale - digits.size() + 1, '0');
-        digits.insert(digits.size() - d.scale, ".");
-        while (digits.back() == '0') digits.pop_back();
-        if (digits.back() == '.') digits.pop_back();
-    }
-    if (d.negative && digits != "0") digits.insert(0, "-");
-    return digits;
-}
 
 std::string toJson(const Variant& v) {
     std::string out;

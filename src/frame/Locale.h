@@ -23,6 +23,29 @@ struct LocaleConfig {
     // Words of CBool / CStr of a Boolean.
     std::u16string trueWord = u"True";
     std::u16string falseWord = u"False";
+    // Calendar words and named date and time patterns (Format$ grammar).
+    std::u16string monthNames[12] = {u"January", u"February", u"March",     u"April",   u"May",      u"June",
+                                     u"July",    u"August",   u"September", u"October", u"November", u"December"};
+    std::u16string monthAbbreviations[12] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
+                                             u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    std::u16string dayNames[7] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
+                                  u"Thursday", u"Friday", u"Saturday"};
+    std::u16string dayAbbreviations[7] = {u"Sun", u"Mon", u"Tue", u"Wed", u"Thu", u"Fri", u"Sat"};
+    std::u16string amWord = u"AM";
+    std::u16string pmWord = u"PM";
+    char16_t dateSeparator = u'/';
+    char16_t timeSeparator = u':';
+    std::u16string shortDatePattern = u"m/d/yyyy";
+    std::u16string mediumDatePattern = u"dd-mmm-yy";
+    std::u16string longDatePattern = u"dddd, mmmm d, yyyy";
+    std::u16string longTimePattern = u"h:nn:ss AM/PM";
+    std::u16string mediumTimePattern = u"hh:nn AM/PM";
+    std::u16string shortTimePattern = u"hh:nn";
+    // Words of Format$'s Yes/No and On/Off.
+    std::u16string yesWord = u"Yes";
+    std::u16string noWord = u"No";
+    std::u16string onWord = u"On";
+    std::u16string offWord = u"Off";
 };
 
 // The active configuration (Windows-1252, US English).
