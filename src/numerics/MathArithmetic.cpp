@@ -440,7 +440,7 @@ Variant self2(Call& c, Variant (Self::*f)(Variant, Variant) const) { return (c.s
 Variant self3(Call& c, Variant (Self::*f)(Variant, Variant, Variant) const) { return (c.self<Self>().*f)(c[0], c[1], c[2]); }
 
 const ClassRegistration kMathArithmetic(u"MathArithmetic", ClassKind::Global, globalFactory<MathArithmetic>, {
-    {"ContinuedFraction(vB, vA, vX, vN) -> Variant", [](Call& c) { return c.self<Self>().ContinuedFraction(c[0], c[1], c[2], c[3]); }},
+    {"ContinuedFraction(vB, vA, vX, [vN]) -> Variant", [](Call& c) { return c.self<Self>().ContinuedFraction(c[0], c[1], c[2], c[3]); }},
     {"FactorNumberToVariantMatrix(ref rFC: array of Variant, vX) -> Boolean", [](Call& c) { return Variant(c.self<Self>().FactorNumberToVariantMatrix(c[0], c[1])); }},
     {"FactorMatrixToExpr(ref vFC: Variant()) -> String", [](Call& c) { return Variant(c.self<Self>().FactorMatrixToExpr(c[0])); }},
     {"FactorNumberToExpr(vX) -> Variant", [](Call& c) { return self1(c, &Self::FactorNumberToExpr); }},
