@@ -163,15 +163,24 @@ Variant StringManipulations::HashString(Variant vValue, Variant vRangePrimeNumbe
     });
 }
 
+// Each step depends on the last, so the division's latency is the cost of
+// the loop: the remainder is taken by multiplying with a precomputed
+// reciprocal instead (exact for every 32-bit dividend and divisor). h stays
+// non-negative, and a non-negative dividend has the same remainder for a
+// prime and its negation.
 int32_t StringManipulations::HashStringFast(StringView vSymbol, int32_t vPrimeNumber) const {
-    int32_t h = 0;
+    if (vSymbol.empty()) return 0;
+    const uint32_t d = vPrimeNumber < 0 ? 0u - uint32_t(vPrimeNumber) : uint32_t(vPrimeNumber);
+    if (d == 0) raiseError(errDivisionByZero);  // the first character's step would divide by it
+    const uint64_t reciprocal = ~uint64_t(0) / d + 1;
+    uint32_t h = 0;
     for (char16_t c : vSymbol) {
-        const int64_t t = int64_t(h) * 91 + unicodeToAnsi(c);
-        if (t > std::numeric_limits<int32_t>::max()) raiseError(errOverflow);
-        if (vPrimeNumber == 0) raiseError(errDivisionByZero);
-        h = int32_t(t % vPrimeNumber);
+        // ASCII units are their own codes in any ANSI page: no call for them.
+        const uint64_t t = uint64_t(h) * 91 + (c < 0x80 ? c : unicodeToAnsi(c));
+        if (t > uint64_t(std::numeric_limits<int32_t>::max())) raiseError(errOverflow);
+        h = uint32_t((static_cast<unsigned __int128>(reciprocal * t) * d) >> 64);
     }
-    return h;
+    return int32_t(h);
 }
 
 // ---------------------------------------------------------------- patterns and markers

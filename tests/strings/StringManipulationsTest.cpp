@@ -1,6 +1,8 @@
 // Hashing, markers, truncation, pieces, rotation and repetition of strings.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "TestSupport.h"
 #include "strings/StringManipulations.h"
 
@@ -30,6 +32,31 @@ TEST(StringManipulations, BothHashesRunTheSameRecurrenceOnAnsiCodes) {
     EXPECT_DOUBLE_EQ(CDbl(sm().HashString(S(u"\u20ac"))), 128.0);  // the euro sign is ANSI 128
     EXPECT_DOUBLE_EQ(CDbl(sm().HashString(L(7), S(u"not a prime"))), 55.0);
     EXPECT_EQ(sm().HashString(L(7)).vt(), vbDouble);
+}
+
+// The remainder is taken without a division: check it against one.
+TEST(StringManipulations, FastHashAgreesWithPlainRemainders) {
+    std::mt19937 rng(91);
+    for (int round = 0; round < 20000; ++round) {
+        int32_t prime = int32_t(rng() % 23000000) + 1;
+        if (round % 3 == 0) prime = int32_t(rng() % 50) + 1;
+        if (round % 5 == 0) prime = -prime;
+        String symbol(rng() % 6, u'a');
+        for (char16_t& c : symbol) c = char16_t(1 + rng() % 127);  // ANSI codes equal to the units
+        int64_t h = 0;
+        bool overflow = false;
+        for (char16_t c : symbol) {
+            const int64_t t = h * 91 + c;
+            if (t > 2147483647) {
+                overflow = true;
+                break;
+            }
+            h = t % prime;
+        }
+        if (overflow) EXPECT_EQ(errorOf([&] { sm().HashStringFast(symbol, prime); }), errOverflow);
+        else EXPECT_EQ(sm().HashStringFast(symbol, prime), h) << "prime " << prime;
+    }
+    EXPECT_EQ(sm().HashStringFast(u"\x7f\x7f\x7f", -2147483647 - 1), (127 * 91 + 127) * 91 + 127);
 }
 
 TEST(StringManipulations, FastHashRaisesOnOverflowAndZeroPrime) {
