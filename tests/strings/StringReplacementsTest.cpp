@@ -19,6 +19,17 @@ String str(const Variant& v) { return v.isString() ? v.asString() : u"<not text>
 
 StringReplacements& sr() { return stringReplacements(); }
 
+// Random words over a small alphabet, so that matches are frequent.
+struct RandomWords {
+    std::mt19937 rng;
+    StringView alphabet;
+    String operator()(size_t minLen, size_t maxLen) {
+        String w(minLen + rng() % (maxLen - minLen + 1), u'a');
+        for (char16_t& c : w) c = alphabet[rng() % alphabet.size()];
+        return w;
+    }
+};
+
 // --- the Replace family ----------------------------------------------------------
 
 TEST(StringReplacements, CountsAndInPlaceForm) {
@@ -45,15 +56,9 @@ TEST(StringReplacements, RecursiveReplacementRescansFromTheStart) {
     EXPECT_EQ(str(sr().ReplaceStringRecursively(S(u"aaaab"), S(u"ab"), S(u"b"))), u"b");
     EXPECT_EQ(str(sr().ReplaceStringRecursively(S(u"xyz"), S(u"q"), S(u"qq"))), u"");  // guard, no match needed
     EXPECT_EQ(str(sr().ReplaceStringRecursively(S(u"abc"), S(u""), S(u"zz"))), u"abc");
-    std::mt19937 rng(7);
-    const char16_t alphabet[] = u"abA";
-    auto word = [&](size_t maxLen, size_t minLen) {
-        String w(minLen + rng() % (maxLen - minLen + 1), u'a');
-        for (char16_t& c : w) c = alphabet[rng() % 3];
-        return w;
-    };
+    RandomWords word{std::mt19937(7), u"abA"};
     for (int round = 0; round < 2000; ++round) {
-        const String line = word(24, 0), find = word(3, 1), with = word(2, 0);
+        const String line = word(0, 24), find = word(1, 3), with = word(0, 2);
         const int32_t compare = round % 2;
         if (InStr(1, with, find, compare) != 0) continue;
         EXPECT_EQ(str(sr().ReplaceStringRecursively(S(line.c_str()), S(find.c_str()), S(with.c_str()), L(compare))),
@@ -80,13 +85,8 @@ TEST(StringReplacements, MultipleReplacementPairListEdges) {
 // in, must give the same text, although every replacement holds a find
 // string that a rescan would replace.
 TEST(StringReplacements, MultipleReplacementNeverRescansReplacedText) {
-    std::mt19937 rng(20240611);
-    const char16_t alphabet[] = u"abAB";
-    auto word = [&](size_t minLen, size_t maxLen) {
-        String w(minLen + rng() % (maxLen - minLen + 1), u'a');
-        for (char16_t& c : w) c = alphabet[rng() % 4];
-        return w;
-    };
+    RandomWords word{std::mt19937(20240611), u"abAB"};
+    std::mt19937& rng = word.rng;
     for (int round = 0; round < 3000; ++round) {
         const size_t n = 1 + rng() % 4;
         std::vector<String> finds(n), withs(n);
