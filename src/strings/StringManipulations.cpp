@@ -267,11 +267,14 @@ String StringManipulations::DoubleQuoteString(Variant vValue) const {
     return doubleQuoteString(text(vValue) ? StringView(vValue.asString()) : StringView());
 }
 
+// Anything that is not text in quotes comes back as it was, numbers and
+// Null included.
 Variant StringManipulations::StripDoubleQuotes(Variant vValue) const {
-    return onText(vValue, [](const String& s) {
-        if (s.size() >= 2 && s.front() == u'"' && s.back() == u'"') return s.substr(1, s.size() - 2);
-        return s;
-    });
+    Variant copy = vValue;
+    if (!text(copy)) return vValue;
+    const String& s = copy.asString();
+    if (s.size() >= 2 && s.front() == u'"' && s.back() == u'"') return Variant(StringView(s).substr(1, s.size() - 2));
+    return vValue;
 }
 
 // ---------------------------------------------------------------- pieces

@@ -99,6 +99,7 @@ TEST(StringManipulations, QuotingDoublesOnlyASingleCharacterQuote) {
     EXPECT_EQ(str(sm().QuoteString(L(5), S(u"'"))), u"'5'");
     EXPECT_EQ(sm().DoubleQuoteString(kMissing), u"\"\"");
     EXPECT_EQ(str(sm().StripDoubleQuotes(S(u"\"a\"\"b\""))), u"a\"\"b");
+    EXPECT_EQ(sm().StripDoubleQuotes(I(7)).vt(), vbInteger);
 }
 
 // --- pieces ---------------------------------------------------------------------------------
