@@ -53,28 +53,46 @@ StringView mid(StringView s, int64_t i, size_t n) noexcept {
     return from >= s.size() ? StringView() : s.substr(from, n);
 }
 
-// InStr(1, set, c, compare) <> 0: c is one character, or "" past the end of
-// a line (which any non-empty set "contains", as InStr finds "" at once).
-bool inSet(StringView set, StringView c, int32_t compare) { return InStr(1, set, c, compare) != 0; }
+// InStr(1, set, c, compare) <> 0 for the walks, which ask it once per
+// character: the two common modes look the unit up directly, InStr has the
+// last word on any other mode (and raises for an invalid one).
+class SetTest {
+public:
+    SetTest(StringView set, int32_t compare) noexcept : set_(set), compare_(compare) {}
+    bool contains(char16_t c) const {
+        if (compare_ == vbBinaryCompare) return set_.find(c) != StringView::npos;
+        if (compare_ != vbTextCompare) return InStr(1, set_, StringView(&c, 1), compare_) != 0;
+        const char16_t key = textCompareKey(c);
+        return std::any_of(set_.begin(), set_.end(), [key](char16_t s) { return textCompareKey(s) == key; });
+    }
+    // What a position past the end holds is "", which InStr finds in any
+    // non-empty set.
+    bool containsNothing() const { return InStr(1, set_, StringView(), compare_) != 0; }
+
+private:
+    StringView set_;
+    int32_t compare_;
+};
 
 // The walk of the character-set members: the first position from start
 // (upward to the end, or downward to 1) whose membership in the set is
 // `wanted`; 0 when the walk ends.
 int32_t walkSet(int64_t start, StringView line, StringView set, int32_t compare, bool wanted, bool reverse) {
+    const SetTest in(set, compare);
     const int64_t n = Len(line);
     if (!reverse) {
         if (start < 1) raiseError(errInvalidCall);  // Mid with a start below 1
         for (int64_t i = start; i <= n; ++i)
-            if (inSet(set, line.substr(size_t(i - 1), 1), compare) == wanted) return int32_t(i);
+            if (in.contains(line[size_t(i - 1)]) == wanted) return int32_t(i);
         return 0;
     }
     // Past the end every position holds "": the first one decides for all.
     if (start > n) {
-        if (inSet(set, StringView(), compare) == wanted) return int32_t(start);
+        if (in.containsNothing() == wanted) return int32_t(start);
         start = n;
     }
     for (int64_t i = start; i >= 1; --i)
-        if (inSet(set, line.substr(size_t(i - 1), 1), compare) == wanted) return int32_t(i);
+        if (in.contains(line[size_t(i - 1)]) == wanted) return int32_t(i);
     return 0;
 }
 
@@ -520,7 +538,8 @@ Variant StringSearches::CountCharacters(Variant vLine, Variant vFindChars, Varia
         if (set.empty()) return Variant(int32_t(0));
         const int32_t compare = fixCompare(vCompare);
         int32_t count = 0;
-        for (size_t i = 0; i < line.size(); ++i) count += inSet(set, line.substr(i, 1), compare);
+        const SetTest in(set, compare);
+        for (char16_t c : line) count += in.contains(c);
         return Variant(count);
     });
 }
