@@ -110,15 +110,18 @@ Variant setWalk(Variant& vStartPos, Variant& vLine, Variant& vFindChars, Variant
 Variant positionResult(StringView, int32_t p) { return position(p); }
 Variant characterResult(StringView line, int32_t p) { return text(p == 0 ? String() : String(mid(line, p, 1))); }
 
-// Non-overlapping occurrences of a non-empty find.
+// Calls f with each position of a non-empty find, left to right, each search
+// going on after the previous match.
+template <class F>
+void forEachMatch(StringView line, StringView find, int32_t compare, F f) {
+    for (int32_t p = InStr(1, line, find, compare); p > 0; p = InStr(int64_t(p) + Len(find), line, find, compare))
+        f(p);
+}
+
 int32_t countStrings(StringView line, StringView find, int32_t compare) {
     int32_t count = 0;
-    for (int64_t start = 1;;) {
-        const int32_t p = InStr(start, line, find, compare);
-        if (p < 1) return count;
-        ++count;
-        start = int64_t(p) + int64_t(find.size());
-    }
+    forEachMatch(line, find, compare, [&](int32_t) { ++count; });
+    return count;
 }
 
 // Two texts fixed up, then the body with both and the compare mode; an empty
@@ -499,12 +502,7 @@ bool StringSearches::InStrToVariantVector(Variant& rPositions, Variant vLine, Va
     const StringView line = vLine.asString(), find = vFind.asString();
     const int32_t compare = fixCompare(vCompare);
     std::vector<int32_t> found;
-    for (int64_t start = 1;;) {
-        const int32_t p = InStr(start, line, find, compare);
-        if (p < 1) break;
-        found.push_back(p);
-        start = int64_t(p) + int64_t(find.size());
-    }
+    forEachMatch(line, find, compare, [&](int32_t p) { found.push_back(p); });
     SafeArray& a = rPositions.arrayForWrite();
     const ArrayBound cut{a.lbound(), int32_t(found.size())};
     a.redim(std::span<const ArrayBound>(&cut, 1));
@@ -804,14 +802,10 @@ Variant StringSearches::IndicateMatches(Variant vValue, Variant vFind, Variant v
         const StringView value = vValue.asString(), find = vFind.asString();
         String indicator;
         if (!find.empty()) {
-            const int32_t compare = fixCompare(vCompare);
-            for (int64_t start = 1;;) {
-                const int32_t p = InStr(start, value, find, compare);
-                if (p == 0) break;
+            forEachMatch(value, find, fixCompare(vCompare), [&](int32_t p) {
                 if (indicator.size() < size_t(p - 1)) indicator.resize(size_t(p - 1), u' ');
                 indicator.append(find.size(), u'^');
-                start = int64_t(p) + Len(find);
-            }
+            });
         }
         if (indicator.size() < value.size()) indicator.resize(value.size(), u' ');
         String r;
