@@ -10,6 +10,7 @@
 #include "frame/Frame.h"
 #include "frame/Locale.h"
 #include "frame/Strings.h"
+#include "strings/StringSearches.h"
 
 namespace qvt {
 
@@ -54,34 +55,31 @@ Variant onLineAndFind(Variant& vLine, Variant& vFind, Variant& vCompare, Body bo
 }
 
 // The find and replacement pairs of "find sep replacement sep ...", cut
-// from the front as GetToken cuts: no empty pair from a trailing separator,
+// from the front with GetToken: no empty pair from a trailing separator,
 // and a last find with no replacement replaces with "".
 // TODO(arrays): this is the table ArrayOthers.LookupStringToVariantMatrix
 // builds; read the pairs through it once that member exists.
 std::vector<std::pair<String, String>> findReplacePairs(StringView list, StringView separator) {
     std::vector<std::pair<String, String>> pairs;
     if (list.empty() || separator.empty()) return pairs;
-    const auto cut = [&] {
-        const size_t at = list.find(separator);
-        const StringView token = list.substr(0, at);
-        list = at == StringView::npos ? StringView() : list.substr(at + separator.size());
-        return String(token);
-    };
-    while (!list.empty()) {
-        String find = cut();
-        pairs.emplace_back(std::move(find), cut());
+    const StringSearches& searches = stringSearches();
+    String rest(list);
+    while (!rest.empty()) {
+        String find = searches.GetTokenFast(rest, separator, vbBinaryCompare);
+        pairs.emplace_back(std::move(find), searches.GetTokenFast(rest, separator, vbBinaryCompare));
     }
     return pairs;
 }
 
+// The strip members cut a prefix or suffix only where LineBeginsWith or
+// LineEndsWith finds it.
 String stripBegin(StringView line, StringView find, int32_t compare) {
-    if (find.size() > line.size() || StrComp(line.substr(0, find.size()), find, compare) != 0) return String(line);
+    if (!stringSearches().LineBeginsWithFast(line, find, compare)) return String(line);
     return String(line.substr(find.size()));
 }
 
 String stripEnd(StringView line, StringView find, int32_t compare) {
-    if (find.size() > line.size() || StrComp(line.substr(line.size() - find.size()), find, compare) != 0)
-        return String(line);
+    if (!stringSearches().LineEndsWithFast(line, find, compare)) return String(line);
     return String(line.substr(0, line.size() - find.size()));
 }
 
