@@ -25,6 +25,9 @@ inline Variant L(int32_t v) { return Variant(v); }
 inline Variant D(double v) { return Variant(v); }
 inline Variant S(const char16_t* s) { return Variant(s); }
 
+// The text a member returned, or a marker that cannot be mistaken for one.
+inline String textOf(const Variant& v) { return v.isString() ? v.asString() : u"<not text>"; }
+
 // A number of the given VarType and value.
 inline void expectNumber(const Variant& v, VarType type, double value) {
     ASSERT_EQ(v.vt(), type);

@@ -14,9 +14,9 @@ using test::errorOf;
 using test::I;
 using test::L;
 using test::S;
+constexpr auto str = test::textOf;
 
 const Variant kMissing = Variant::missing();
-String str(const Variant& v) { return v.isString() ? v.asString() : u"<not text>"; }
 
 StringManipulations& sm() { return stringManipulations(); }
 

@@ -13,9 +13,9 @@ namespace {
 using test::errorOf;
 using test::L;
 using test::S;
+constexpr auto str = test::textOf;
 
 const Variant kMissing = Variant::missing();
-String str(const Variant& v) { return v.isString() ? v.asString() : u"<not text>"; }
 
 StringReplacements& sr() { return stringReplacements(); }
 
