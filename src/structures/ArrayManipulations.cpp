@@ -39,6 +39,15 @@ Variant shapes::reshaped(const SafeArray& from, VarType elementType, const std::
     }
 }
 
+void shapes::reshape(Variant& r, const std::vector<ArrayBound>& bounds) {
+    const std::vector<ArrayBound>& now = r.asArray().bounds();
+    bool tailOnly = now.size() == bounds.size() && now.back().lower == bounds.back().lower;
+    for (size_t k = 0; tailOnly && k + 1 < bounds.size(); ++k)
+        tailOnly = now[k].lower == bounds[k].lower && now[k].upper == bounds[k].upper;
+    if (tailOnly) r.arrayForWrite().redimPreserve(bounds);
+    else r = reshaped(r.asArray(), r.elementType(), bounds);
+}
+
 namespace {
 
 const FixUps& fx() { return fixUps(); }
@@ -82,9 +91,8 @@ bool redimPreserve(Variant& r, std::initializer_list<Variant*> pairs) {
         bounds[k] = {lower.asLong(), upper.asLong()};
         if (bounds[k].lower > bounds[k].upper) return false;
     }
-    const VarType t = r.isArray() ? r.elementType() : vbVariant;
-    Variant grown = allocated ? shapes::reshaped(r.asArray(), t, bounds) : Variant::array(t, bounds);
-    r = std::move(grown);
+    if (allocated) shapes::reshape(r, bounds);
+    else r = Variant::array(r.isArray() ? r.elementType() : vbVariant, bounds);
     return true;
 }
 
@@ -100,7 +108,7 @@ bool setGrowing(Variant& r, const std::vector<int32_t>& at, const Variant& value
             if (at[k] < bounds[k].lower) bounds[k].lower = at[k], grow = true;
             if (at[k] > bounds[k].upper) bounds[k].upper = at[k], grow = true;
         }
-        if (grow) r = shapes::reshaped(a, r.elementType(), bounds);
+        if (grow) shapes::reshape(r, bounds);
     } else if (r.isArray() || r.isEmpty()) {
         std::vector<ArrayBound> bounds;
         for (int32_t i : at) bounds.push_back({i, i});
@@ -121,7 +129,7 @@ void removeAt(Variant& r, size_t k, bool contract) {
     auto e = a.elements();
     std::rotate(e.begin() + std::ptrdiff_t(k), e.begin() + std::ptrdiff_t(k) + 1, e.end());
     e.back() = a.zeroElement();
-    if (contract) r = shapes::reshaped(a, r.elementType(), {{b.lower, b.upper - 1}});
+    if (contract) shapes::reshape(r, {{b.lower, b.upper - 1}});
 }
 
 // A copy of an array with each dimension's bounds moved by an offset.
@@ -371,7 +379,7 @@ bool ArrayManipulations::InsertVariantVectorElement(Variant& rVector, Variant vE
     const ArrayBound reach{b.lower, expand ? b.upper + 1 : b.upper};
     int32_t i = 0;
     if (!indexWithin(vElementNum, reach, i)) return false;
-    if (expand) rVector = shapes::reshaped(rVector.asArray(), rVector.elementType(), {reach});
+    if (expand) shapes::reshape(rVector, {reach});
     SafeArray& a = rVector.arrayForWrite();
     auto e = a.elements();
     std::rotate(e.begin() + (i - b.lower), e.end() - 1, e.end());

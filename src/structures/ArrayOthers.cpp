@@ -178,7 +178,7 @@ bool ArrayOthers::LookupAdd(Variant& rTable, Variant vString, Variant vNumber) c
         j = t.ubound(2) + 1;
         std::vector<ArrayBound> bounds = t.bounds();
         bounds[1].upper = j;
-        rTable = shapes::reshaped(t, rTable.elementType(), bounds);
+        shapes::reshape(rTable, bounds);
     } else if (rTable.isEmpty() || (rTable.isArray() && !rTable.asArray().allocated())) {
         rTable = shapes::newMatrix(2, 1);
     } else {

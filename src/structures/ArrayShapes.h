@@ -30,6 +30,10 @@ inline Variant& cell(SafeArray& m, int32_t c, int32_t r) { return m.elements()[o
 // whose subscripts lie within both shapes (same dimension count).
 Variant reshaped(const SafeArray& from, VarType elementType, const std::vector<ArrayBound>& bounds);
 
+// The allocated array r given new bounds (same dimension count), keeping
+// what lies in both: in place when only the last upper bound moves.
+void reshape(Variant& r, const std::vector<ArrayBound>& bounds);
+
 // An optional element range of one dimension, fixed up as Longs: the bound
 // itself by default; both ends must lie within it, low at most high.
 bool rangeWithin(Variant& vMin, Variant& vMax, const ArrayBound& b, int32_t& low, int32_t& high);
