@@ -71,6 +71,18 @@ bool indexWithin(Variant& vIndex, const ArrayBound& b, int32_t& index) {
     return true;
 }
 
+// Runs edit(first, last) on the elements vMin to vMax of a vector (by
+// default all of them); False for a bad vector or range.
+template <class Edit>
+bool editRange(Variant& r, Variant& vMin, Variant& vMax, Edit edit) {
+    int32_t low = 0, high = 0;
+    if (!isVector(r) || !rangeWithin(vMin, vMax, r.asArray().bounds()[0], low, high)) return false;
+    const int32_t lower = r.asArray().lbound();
+    auto e = r.arrayForWrite().elements();
+    edit(e.begin() + (low - lower), e.begin() + (high - lower) + 1);
+    return true;
+}
+
 // ReDim Preserve of every dimension: a pair of optional bounds per dimension.
 bool redimPreserve(Variant& r, std::initializer_list<Variant*> pairs) {
     const size_t n = pairs.size() / 2;
@@ -238,12 +250,7 @@ bool ArrayManipulations::OverlayVariantMatrix(Variant& rTo, const Variant& vFm, 
 }
 
 bool ArrayManipulations::ReverseVariantVector(Variant& rVector, Variant vMinElem, Variant vMaxElem) const {
-    int32_t low = 0, high = 0;
-    if (!isVector(rVector) || !rangeWithin(vMinElem, vMaxElem, rVector.asArray().bounds()[0], low, high)) return false;
-    const int32_t lower = rVector.asArray().lbound();
-    auto e = rVector.arrayForWrite().elements();
-    std::reverse(e.begin() + (low - lower), e.begin() + (high - lower) + 1);
-    return true;
+    return editRange(rVector, vMinElem, vMaxElem, [](auto first, auto last) { std::reverse(first, last); });
 }
 
 // --- setting with growth -----------------------------------------------------------
@@ -269,15 +276,13 @@ bool ArrayManipulations::SetVariantCube(Variant& rIn, Variant v1Dim, Variant v2D
 // --- shuffles and swaps ---------------------------------------------------------------
 
 bool ArrayManipulations::ShuffleVariantVector(Variant& rVector, Variant vMinElem, Variant vMaxElem) const {
-    int32_t low = 0, high = 0;
-    if (!isVector(rVector) || !rangeWithin(vMinElem, vMaxElem, rVector.asArray().bounds()[0], low, high)) return false;
-    const int32_t lower = rVector.asArray().lbound();
-    auto e = rVector.arrayForWrite().elements();
-    for (int32_t i = low; i <= high; ++i) {
-        const int32_t j = RandomLongWithinRangeFast(low, high);
-        if (i != j) e[size_t(i - lower)].swap(e[size_t(j - lower)]);
-    }
-    return true;
+    return editRange(rVector, vMinElem, vMaxElem, [this](auto first, auto last) {
+        const int32_t n = int32_t(last - first);
+        for (int32_t i = 0; i < n; ++i) {
+            const int32_t j = RandomLongWithinRangeFast(0, n - 1);
+            if (i != j) first[i].swap(first[j]);
+        }
+    });
 }
 
 bool ArrayManipulations::ShuffleVariantMatrix(Variant& rArray, Variant vMinColumn, Variant vMaxColumn, Variant vMinRow,
@@ -388,21 +393,11 @@ bool ArrayManipulations::InsertVariantVectorElement(Variant& rVector, Variant vE
 }
 
 bool ArrayManipulations::RotateVariantVectorDown(Variant& rArray, Variant vLowerElem, Variant vUpperElem) const {
-    int32_t low = 0, high = 0;
-    if (!isVector(rArray) || !rangeWithin(vLowerElem, vUpperElem, rArray.asArray().bounds()[0], low, high)) return false;
-    const int32_t lower = rArray.asArray().lbound();
-    auto e = rArray.arrayForWrite().elements();
-    std::rotate(e.begin() + (low - lower), e.begin() + (high - lower), e.begin() + (high - lower) + 1);
-    return true;
+    return editRange(rArray, vLowerElem, vUpperElem, [](auto first, auto last) { std::rotate(first, last - 1, last); });
 }
 
 bool ArrayManipulations::RotateVariantVectorUp(Variant& rArray, Variant vLowerElem, Variant vUpperElem) const {
-    int32_t low = 0, high = 0;
-    if (!isVector(rArray) || !rangeWithin(vLowerElem, vUpperElem, rArray.asArray().bounds()[0], low, high)) return false;
-    const int32_t lower = rArray.asArray().lbound();
-    auto e = rArray.arrayForWrite().elements();
-    std::rotate(e.begin() + (low - lower), e.begin() + (low - lower) + 1, e.begin() + (high - lower) + 1);
-    return true;
+    return editRange(rArray, vLowerElem, vUpperElem, [](auto first, auto last) { std::rotate(first, first + 1, last); });
 }
 
 // --- random integers ---------------------------------------------------------------------
