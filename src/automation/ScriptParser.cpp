@@ -196,6 +196,42 @@ double parseDateLiteral(StringView text) {
     return day < 0 ? day - fraction : day + fraction;
 }
 
+namespace {
+
+bool isDateLiteralText(StringView text) {
+    try {
+        parseDateLiteral(text);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+// Is the '#' at `at` the mark of a file number (Print #1, Close #1, #2,
+// ... As #f)? Only after the words of the file statements, or after a comma
+// of a Close statement, and only where it does not open a date literal, so
+// `Print #1/2/2000#` still prints a date.
+bool opensFileNumber(const std::vector<Token>& before, StringView line, size_t at) {
+    if (before.empty()) return false;
+    const Token& prev = before.back();
+    bool context = false;
+    if (prev.kind == Tok::Word) {
+        for (const char* w : {"Print", "Close", "Get", "Put", "Seek", "Input", "Write", "As"})
+            if (sameWord(prev.text, w)) context = true;
+    } else if (prev.kind == Tok::Symbol && (prev.text == u"?" || prev.text == u",")) {
+        if (prev.text == u"?") context = true;
+        for (size_t k = before.size(); k-- > 0 && !context;) {
+            if (before[k].kind == Tok::Symbol && before[k].text == u":") break;
+            if (before[k].kind == Tok::Word && sameWord(before[k].text, "Close")) context = true;
+        }
+    }
+    if (!context) return false;
+    size_t close = line.find(u'#', at + 1);
+    return close == StringView::npos || !isDateLiteralText(line.substr(at + 1, close - at - 1));
+}
+
+}  // namespace
+
 std::vector<Token> tokenize(StringView line) {
     std::vector<Token> out;
     size_t i = 0, n = line.size();
@@ -227,6 +263,10 @@ std::vector<Token> tokenize(StringView line) {
             }
             t.kind = Tok::Text;
             t.value = Variant(std::move(s));
+        } else if (c == u'#' && opensFileNumber(out, line, i)) {
+            t.kind = Tok::Symbol;
+            t.text = u"#";
+            ++i;
         } else if (c == u'#') {
             size_t close = line.find(u'#', i + 1);
             if (close == StringView::npos) syntaxError("unterminated date literal", t.column);
@@ -301,7 +341,7 @@ std::vector<Token> tokenize(StringView line) {
                 }
             }
             if (!matched) {
-                static const StringView single = u"+-*/\\^&=<>().,:?";
+                static const StringView single = u"+-*/\\^&=<>().,:?;";
                 if (single.find(c) == StringView::npos) syntaxError("unexpected character", t.column);
                 t.text = String(1, c);
                 ++i;
@@ -399,6 +439,7 @@ private:
 
     Statement statement(bool inIf) {
         Statement s;
+        if (Statement f; fileStatement(f)) return f;
         if (acceptSymbol(u"?") || acceptWord("Print")) {
             s.kind = Statement::Print;
             if (!statementEnd()) s.expr = expression();
@@ -501,6 +542,168 @@ private:
         s.kind = Statement::Print;
         s.expr = expression();
         return s;
+    }
+
+    // ---- file statements, read into calls of the runtime's file operations
+
+    static NodePtr literalNode(Variant v) {
+        auto n = std::make_unique<Node>();
+        n->kind = Node::Literal;
+        n->value = std::move(v);
+        return n;
+    }
+    static NodePtr callNode(const char16_t* member, std::vector<NodePtr> args) {
+        auto callee = std::make_unique<Node>();
+        callee->kind = Node::Name;
+        callee->name = member;
+        auto call = std::make_unique<Node>();
+        call->kind = Node::Apply;
+        int depth = 1;
+        for (const NodePtr& a : args)
+            if (a) depth = std::max(depth, a->depth);
+        call->depth = depth + 1;
+        call->a = std::move(callee);
+        call->args = std::move(args);
+        return call;
+    }
+    static Statement callStatement(const char16_t* member, std::vector<NodePtr> args) {
+        Statement s;
+        s.kind = Statement::CallDiscard;
+        s.expr = callNode(member, std::move(args));
+        return s;
+    }
+    bool nextIsWord(size_t ahead, const char* w) const {
+        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Word && sameWord(t_[pos_ + ahead].text, w);
+    }
+    bool nextIsSymbol(size_t ahead, const char16_t* sym) const {
+        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Symbol && t_[pos_ + ahead].text == sym;
+    }
+    NodePtr fileNumber() {
+        acceptSymbol(u"#");
+        return expression();
+    }
+    // The words of an Open clause, joined by blanks ("Read Write", "Lock Read").
+    String clauseWords(std::initializer_list<const char*> allowed) {
+        String out;
+        while (cur().kind == Tok::Word) {
+            bool ok = false;
+            for (const char* w : allowed) ok = ok || isWord(w);
+            if (!ok) break;
+            if (!out.empty()) out.push_back(u' ');
+            out.append(t_[pos_++].text);
+        }
+        return out;
+    }
+
+    bool fileStatement(Statement& s) {
+        if (isWord("Open") && statementHasWord("For")) {
+            ++pos_;
+            NodePtr path = expression();
+            if (!acceptWord("For")) fail("For expected");
+            String mode = clauseWords({"Input", "Output", "Append", "Binary", "Random"});
+            if (mode.empty()) fail("file mode expected");
+            String access;
+            if (acceptWord("Access")) {
+                access = clauseWords({"Read", "Write"});
+                if (access.empty()) fail("Read or Write expected");
+            }
+            String lock = clauseWords({"Shared", "Lock", "Read", "Write"});
+            if (!acceptWord("As")) fail("As expected");
+            NodePtr number = fileNumber();
+            if (acceptWord("Len")) {  // record length: accepted, records are not kept
+                expectSymbol(u"=");
+                expression();
+            }
+            std::vector<NodePtr> args;
+            args.push_back(std::move(path));
+            args.push_back(literalNode(Variant(std::move(mode))));
+            args.push_back(std::move(number));
+            args.push_back(literalNode(Variant(std::move(access))));
+            args.push_back(literalNode(Variant(std::move(lock))));
+            s = callStatement(u"Open", std::move(args));
+            return true;
+        }
+        if (isWord("Close") && (nextIsSymbol(1, u"#") || statementEndAt(pos_ + 1))) {
+            ++pos_;
+            std::vector<NodePtr> args;
+            if (!statementEnd()) {
+                do args.push_back(fileNumber());
+                while (acceptSymbol(u","));
+            }
+            s = callStatement(u"Close", std::move(args));
+            return true;
+        }
+        if (isWord("Line") && nextIsWord(1, "Input") && nextIsSymbol(2, u"#")) {
+            pos_ += 2;
+            NodePtr number = fileNumber();
+            expectSymbol(u",");
+            s.kind = Statement::Assign;
+            s.target = reference();
+            std::vector<NodePtr> args;
+            args.push_back(std::move(number));
+            s.expr = callNode(u"LineInput", std::move(args));
+            return true;
+        }
+        if ((isWord("Print") || isSymbol(u"?")) && nextIsSymbol(1, u"#")) {
+            ++pos_;
+            std::vector<NodePtr> args;
+            args.push_back(fileNumber());
+            if (acceptSymbol(u",")) {
+                // Each value, then ";" or "," as written, or nothing at the line end.
+                while (!statementEnd()) {
+                    if (acceptSymbol(u";")) args.push_back(literalNode(Variant(String(u";"))));
+                    else if (acceptSymbol(u",")) args.push_back(literalNode(Variant(String(u","))));
+                    else args.push_back(expression());
+                }
+            }
+            s = callStatement(u"PrintFile", std::move(args));
+            return true;
+        }
+        if ((isWord("Get") || isWord("Put")) && nextIsSymbol(1, u"#")) {
+            const char16_t* member = isWord("Get") ? u"Get" : u"Put";
+            ++pos_;
+            std::vector<NodePtr> args;
+            args.push_back(fileNumber());
+            expectSymbol(u",");
+            args.push_back(isSymbol(u",") ? nullptr : expression());
+            expectSymbol(u",");
+            args.push_back(expression());
+            s = callStatement(member, std::move(args));
+            return true;
+        }
+        if (isWord("Seek") && nextIsSymbol(1, u"#")) {
+            ++pos_;
+            std::vector<NodePtr> args;
+            args.push_back(fileNumber());
+            expectSymbol(u",");
+            args.push_back(expression());
+            s = callStatement(u"SeekTo", std::move(args));
+            return true;
+        }
+        if (isWord("Name") && statementHasWord("As")) {
+            ++pos_;
+            NodePtr from = expression();
+            if (!acceptWord("As")) fail("As expected");
+            std::vector<NodePtr> args;
+            args.push_back(std::move(from));
+            args.push_back(expression());
+            s = callStatement(u"Name", std::move(args));
+            return true;
+        }
+        return false;
+    }
+    // Does the statement at the current token contain the word `w`? Tells the
+    // file statements (Open ... For, Name ... As) from the call forms.
+    bool statementHasWord(const char* w) const {
+        for (size_t k = pos_ + 1; k < t_.size() && !statementEndAt(k); ++k)
+            if (t_[k].kind == Tok::Word && sameWord(t_[k].text, w)) return true;
+        return false;
+    }
+    bool statementEndAt(size_t at) const {
+        if (at >= t_.size()) return true;
+        const Token& t = t_[at];
+        return t.kind == Tok::End || (t.kind == Tok::Symbol && t.text == u":") ||
+               (t.kind == Tok::Word && sameWord(t.text, "Else"));
     }
 
     // Could the current token open an argument of a call without parentheses?
