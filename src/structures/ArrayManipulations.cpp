@@ -19,7 +19,11 @@ using shapes::isVector;
 using shapes::rangeWithin;
 using shapes::within;
 
-Variant shapes::reshaped(const SafeArray& from, VarType elementType, const std::vector<ArrayBound>& bounds) {
+namespace {
+
+// A new array of the element type and bounds, holding every element of `from`
+// whose subscripts lie within both shapes (same dimension count).
+Variant reshaped(const SafeArray& from, VarType elementType, const std::vector<ArrayBound>& bounds) {
     Variant out = Variant::array(elementType, bounds);
     if (!from.allocated() || size_t(from.dimensions()) != bounds.size()) return out;
     SafeArray& to = out.arrayForWrite();
@@ -38,6 +42,8 @@ Variant shapes::reshaped(const SafeArray& from, VarType elementType, const std::
         if (k == n) return out;
     }
 }
+
+}  // namespace
 
 void shapes::reshape(Variant& r, const std::vector<ArrayBound>& bounds) {
     const std::vector<ArrayBound>& now = r.asArray().bounds();
@@ -170,14 +176,6 @@ bool copyOf(Variant& rTo, const Variant& vFm, int dimensions) {
 
 }  // namespace
 
-void swapMatrixRows(SafeArray& matrix, int32_t r1, int32_t r2) {
-    if (matrix.dimensions() != 2 || !within(matrix.bounds()[1], r1) || !within(matrix.bounds()[1], r2))
-        raiseError(errSubscript);
-    if (r1 == r2) return;
-    const int32_t c0 = matrix.lbound(1), c1 = matrix.ubound(1);
-    for (int32_t c = c0; c <= c1; ++c) shapes::cell(matrix, c, r1).swap(shapes::cell(matrix, c, r2));
-}
-
 // --- redimensioning and copies ------------------------------------------------
 
 bool ArrayManipulations::ReDimPreserveVariantVector(Variant& rVector, Variant vLBound1, Variant vUBound1) const {
@@ -300,41 +298,59 @@ bool ArrayManipulations::ShuffleVariantMatrix(Variant& rArray, Variant vMinColum
     return true;
 }
 
-bool ArrayManipulations::ShuffleVariantMatrixRows(Variant& rArray, Variant vMinRow, Variant vMaxRow) const {
+namespace {
+
+// Lines of a matrix: columns are dimension index 0, rows index 1.
+constexpr int kColumns = 0, kRows = 1;
+
+void swapLines(SafeArray& m, int dim, int32_t a, int32_t b) {
+    if (a == b) return;
+    const ArrayBound along = m.bounds()[size_t(1 - dim)];
+    for (int32_t i = along.lower; i <= along.upper; ++i) {
+        if (dim == kColumns) shapes::cell(m, a, i).swap(shapes::cell(m, b, i));
+        else shapes::cell(m, i, a).swap(shapes::cell(m, i, b));
+    }
+}
+
+bool shuffleLines(Variant& r, Variant& vMin, Variant& vMax, int dim) {
     int32_t low = 0, high = 0;
-    if (!isMatrix(rArray) || !rangeWithin(vMinRow, vMaxRow, rArray.asArray().bounds()[1], low, high)) return false;
-    SafeArray& a = rArray.arrayForWrite();
-    for (int32_t i = low; i <= high; ++i) swapMatrixRows(a, i, RandomLongWithinRangeFast(low, high));
+    if (!isMatrix(r) || !rangeWithin(vMin, vMax, r.asArray().bounds()[size_t(dim)], low, high)) return false;
+    SafeArray& m = r.arrayForWrite();
+    for (int32_t i = low; i <= high; ++i) swapLines(m, dim, i, arrayManipulations().RandomLongWithinRangeFast(low, high));
     return true;
+}
+
+bool swapLinesChecked(Variant& r, Variant& v1, Variant& v2, int dim) {
+    int32_t a = 0, b = 0;
+    if (!isMatrix(r) || !indexWithin(v1, r.asArray().bounds()[size_t(dim)], a) ||
+        !indexWithin(v2, r.asArray().bounds()[size_t(dim)], b))
+        return false;
+    swapLines(r.arrayForWrite(), dim, a, b);
+    return true;
+}
+
+}  // namespace
+
+void swapMatrixRows(SafeArray& matrix, int32_t r1, int32_t r2) {
+    if (matrix.dimensions() != 2 || !within(matrix.bounds()[1], r1) || !within(matrix.bounds()[1], r2))
+        raiseError(errSubscript);
+    swapLines(matrix, kRows, r1, r2);
+}
+
+bool ArrayManipulations::ShuffleVariantMatrixRows(Variant& rArray, Variant vMinRow, Variant vMaxRow) const {
+    return shuffleLines(rArray, vMinRow, vMaxRow, kRows);
 }
 
 bool ArrayManipulations::ShuffleVariantMatrixColumns(Variant& rArray, Variant vMinColumn, Variant vMaxColumn) const {
-    int32_t low = 0, high = 0;
-    if (!isMatrix(rArray) || !rangeWithin(vMinColumn, vMaxColumn, rArray.asArray().bounds()[0], low, high))
-        return false;
-    for (int32_t i = low; i <= high; ++i)
-        SwapVariantMatrixColumns(rArray, Variant(i), Variant(RandomLongWithinRangeFast(low, high)));
-    return true;
+    return shuffleLines(rArray, vMinColumn, vMaxColumn, kColumns);
 }
 
 bool ArrayManipulations::SwapVariantMatrixRows(Variant& rArray, Variant vRow1, Variant vRow2) const {
-    int32_t r1 = 0, r2 = 0;
-    if (!isMatrix(rArray) || !indexWithin(vRow1, rArray.asArray().bounds()[1], r1) ||
-        !indexWithin(vRow2, rArray.asArray().bounds()[1], r2))
-        return false;
-    swapMatrixRows(rArray.arrayForWrite(), r1, r2);
-    return true;
+    return swapLinesChecked(rArray, vRow1, vRow2, kRows);
 }
 
 bool ArrayManipulations::SwapVariantMatrixColumns(Variant& rArray, Variant vColumn1, Variant vColumn2) const {
-    int32_t c1 = 0, c2 = 0;
-    if (!isMatrix(rArray) || !indexWithin(vColumn1, rArray.asArray().bounds()[0], c1) ||
-        !indexWithin(vColumn2, rArray.asArray().bounds()[0], c2))
-        return false;
-    if (c1 == c2) return true;
-    SafeArray& a = rArray.arrayForWrite();
-    for (int32_t r = a.lbound(2); r <= a.ubound(2); ++r) shapes::cell(a, c1, r).swap(shapes::cell(a, c2, r));
-    return true;
+    return swapLinesChecked(rArray, vColumn1, vColumn2, kColumns);
 }
 
 bool ArrayManipulations::TransposeVariantMatrix(Variant& rTo, const Variant& vFm) const {

@@ -26,10 +26,6 @@ inline size_t offset(const SafeArray& m, int32_t c, int32_t r) noexcept {
 inline const Variant& cell(const SafeArray& m, int32_t c, int32_t r) { return m.elements()[offset(m, c, r)]; }
 inline Variant& cell(SafeArray& m, int32_t c, int32_t r) { return m.elements()[offset(m, c, r)]; }
 
-// A new array of the element type and bounds, holding every element of `from`
-// whose subscripts lie within both shapes (same dimension count).
-Variant reshaped(const SafeArray& from, VarType elementType, const std::vector<ArrayBound>& bounds);
-
 // The allocated array r given new bounds (same dimension count), keeping
 // what lies in both: in place when only the last upper bound moves.
 void reshape(Variant& r, const std::vector<ArrayBound>& bounds);
