@@ -8,6 +8,7 @@
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
 #include "frame/Strings.h"
+#include "strings/StringSearches.h"
 #include "structures/ArrayOthers.h"
 
 namespace qvt {
@@ -61,6 +62,12 @@ int32_t letterMask(char16_t letter) noexcept {
 // Windows-1252 user types them, and the code of the result; the order of the
 // two characters does not matter. Marks: ` acute ' ^ ~ " (or :) for the
 // diaeresis, o * . for the ring, , cedilla, / stroke, < caron, - bar.
+// Two characters as smaller then larger, in binary order.
+String orderedPair(StringView a, StringView b) {
+    const StringView pair[] = {a, b};
+    return minCorrespondingCharacters(pair, vbBinaryCompare) + maxCorrespondingCharacters(pair, vbBinaryCompare);
+}
+
 struct Composition {
     char16_t pair[3];  // two characters and the terminator
     uint8_t code;
@@ -272,11 +279,11 @@ Variant CharacterTypes::ToNonExtended(Variant vString) const {
 
 Variant CharacterTypes::ComposeCharacter(Variant vCharacters) const {
     return fixUpFrame(fixUps().FixUpVariantToStringFn(vCharacters) && vCharacters.asString().size() == 2, [&] {
-        // The pair in unit order, so that either order of typing matches.
-        const String& s = vCharacters.asString();
-        const char16_t lo = std::min(s[0], s[1]), hi = std::max(s[0], s[1]);
+        // The pair in order, so that either order of typing matches.
+        const StringView s = vCharacters.asString();
+        const String typed = orderedPair(s.substr(0, 1), s.substr(1, 1));
         for (const Composition& k : kCompositions)
-            if (std::min(k.pair[0], k.pair[1]) == lo && std::max(k.pair[0], k.pair[1]) == hi)
+            if (orderedPair(StringView(k.pair, 1), StringView(k.pair + 1, 1)) == typed)
                 return Variant(String(1, ansiToUnicode(k.code)));
         return Variant(u"");
     });

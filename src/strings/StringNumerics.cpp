@@ -9,6 +9,7 @@
 #include "frame/Locale.h"
 #include "frame/Strings.h"
 #include "strings/CharacterTypes.h"
+#include "strings/StringSearches.h"
 
 namespace qvt {
 
@@ -46,14 +47,6 @@ String mergeAlternately(StringView odd, StringView even) {
         if (i < even.size()) r.push_back(even[i]);
     }
     return r;
-}
-
-// The text before the first ".", the rest left after it.
-String cutVersionPart(String& rest) {
-    const size_t p = rest.find(u'.');
-    String part = rest.substr(0, p);
-    rest = p == String::npos ? String() : rest.substr(p + 1);
-    return part;
 }
 
 // Steps the last digit up, carrying leftward; `next` gives the digit after
@@ -198,9 +191,11 @@ Variant StringNumerics::StringCharactersBitwiseXorNumber(Variant vString, Varian
 Variant StringNumerics::VersionNumberCompare(Variant vVersion1, Variant vVersion2) const {
     const FixUps& f = fixUps();
     return fixUpFrame(f.FixUpVariantToStringFn(vVersion1) && f.FixUpVariantToStringFn(vVersion2), [&] {
+        const StringSearches& searches = stringSearches();
         String a = vVersion1.asString(), b = vVersion2.asString();
         while (!a.empty() || !b.empty()) {
-            const String x = cutVersionPart(a), y = cutVersionPart(b);
+            const String x = searches.GetTokenFast(a, u".", vbBinaryCompare);
+            const String y = searches.GetTokenFast(b, u".", vbBinaryCompare);
             int16_t nx, ny;
             int c;
             if (toInteger(Variant(x), nx) == 0 && toInteger(Variant(y), ny) == 0) c = (nx > ny) - (nx < ny);

@@ -10,6 +10,7 @@
 #include "frame/Operators.h"
 #include "frame/Strings.h"
 #include "strings/FormatsJustifies.h"
+#include "strings/StringSearches.h"
 #include "structures/ArrayConversions.h"
 #include "structures/ArrayShapes.h"
 #include "structures/ArraySorts.h"
@@ -32,6 +33,8 @@ const Variant* firstAtomic(const Variant& v, bool skipObjects) {
     return nullptr;
 }
 
+const StringView kCrLf = u"\r\n";
+
 String textOf(const Variant& v) { return convertValues().VariantToString(convertValues().NullToBlank(v)); }
 
 }  // namespace
@@ -50,7 +53,7 @@ Variant ArrayOthers::FormatVariantMatrix(const Variant& vFm, Variant vColumnSepa
                                          Variant vJustifyCodes) const {
     if (!isVector(vFm) && !isMatrix(vFm)) return Variant::null();
     fx().FixUpVariantToStringSub(vColumnSeparator, Variant(u" "));
-    fx().FixUpVariantToStringSub(vRowSeparator, Variant(u"\r\n"));
+    fx().FixUpVariantToStringSub(vRowSeparator, Variant(kCrLf));
     if (!vColumnSeparator.isString() || !vRowSeparator.isString()) return Variant::null();
     const SafeArray& m = vFm.asArray();
     const bool vector = m.dimensions() == 1;
@@ -64,8 +67,9 @@ Variant ArrayOthers::FormatVariantMatrix(const Variant& vFm, Variant vColumnSepa
     for (size_t r = 0; r < nr; ++r)
         for (size_t c = 0; c < nc; ++c) {
             const Variant& v = vector ? m.elements()[r] : shapes::cell(m, columns.lower + int32_t(c), rows.lower + int32_t(r));
-            std::vector<String>& lines = cells[r * nc + c] = splitParts(textOf(v), u"\r\n", vbBinaryCompare);
-            for (const String& line : lines) width[c] = std::max(width[c], Len(line));
+            const Variant text(textOf(v));
+            cells[r * nc + c] = splitParts(text.asString(), kCrLf, vbBinaryCompare);
+            width[c] = std::max(width[c], CLng(stringSearches().MaxLengthAnyPart(text, Variant(kCrLf), Variant(int32_t(vbBinaryCompare)))));
         }
 
     std::vector<String> codes(nc, String(u"<"));
