@@ -410,7 +410,7 @@ private:
     }
     [[noreturn]] void fail(const std::string& what) const { syntaxError(what, cur().column); }
     void expectSymbol(const char16_t* s) {
-        if (!acceptSymbol(s)) fail("'" + toUtf8(s) + "' expected");
+        if (!acceptSymbol(s)) fail(std::string("'").append(toUtf8(s)).append("' expected"));
     }
     String name() {
         if (cur().kind != Tok::Word || isKeyword(cur().text)) fail("name expected");

@@ -91,7 +91,8 @@ void json(std::string& out, const Variant& v) {
         out += ",\"bounds\":[";
         for (size_t d = 0; d < a.bounds().size(); ++d) {
             if (d) out.push_back(',');
-            out += "[" + std::to_string(a.bounds()[d].lower) + "," + std::to_string(a.bounds()[d].upper) + "]";
+            out.append("[").append(std::to_string(a.bounds()[d].lower)).append(",");
+            out.append(std::to_string(a.bounds()[d].upper)).append("]");
         }
         out += "],\"value\":";
         if (a.allocated()) jsonArrayLevel(out, a, 0, 0, 1);
@@ -143,7 +144,7 @@ void printArrayLevel(std::string& out, const SafeArray& a, size_t dim, size_t of
         size_t at = offset + i * stride;
         if (dim + 1 == a.bounds().size()) {
             const Variant& e = a.elements()[at];
-            if (e.isString()) out += "\"" + toUtf8(e.asString()) + "\"";
+            if (e.isString()) out.append("\"").append(toUtf8(e.asString())).append("\"");
             else out += toPrintText(e);
         } else {
             printArrayLevel(out, a, dim + 1, at, stride * count);
@@ -179,7 +180,7 @@ std::string toPrintText(const Variant& v) {
         case vbNull: return "Null";
         case vbString: return toUtf8(v.asString());
         case vbObject:
-            if (Object* o = v.asObject()) return "<" + toUtf8(o->className()) + ">";
+            if (Object* o = v.asObject()) return std::string("<").append(toUtf8(o->className())).append(">");
             return "Nothing";
         default: break;
     }

@@ -8,6 +8,7 @@
 #include "frame/Frame.h"
 #include "frame/Operators.h"
 #include "frame/Strings.h"
+#include "strings/CharacterTypes.h"
 #include "structures/ArrayConversions.h"
 
 namespace qvt {
@@ -48,11 +49,7 @@ constexpr std::array<std::u16string_view, 18> kTypeNames = {
     u"Object", u"Error",  u"Boolean", u"Variant", u"DataObject", u"Decimal", u"",         u"",        u"Byte"};
 
 const String& everyCharacter() {
-    static const String all = [] {
-        String s;
-        for (int c = 0; c < 256; ++c) s += Chr(c);
-        return s;
-    }();
+    static const String all = characterTypes().EveryCharacter();
     return all;
 }
 

@@ -12,6 +12,7 @@
 #include "frame/Locale.h"
 #include "strings/CharacterTypes.h"
 #include "strings/Segments.h"
+#include "structures/ArraySorts.h"
 
 namespace qvt {
 
@@ -227,15 +228,27 @@ Variant CharacterArrays::SortCharactersBinary(Variant vString) const {
     });
 }
 
+// Rows of (minus the count, code) for each used code, sorted on both
+// columns: the most frequent first, ties in code order.
 Variant CharacterArrays::SortCharactersByFrequency(Variant vString) const {
     return onText(vString, [](const String& s) {
         const Counts n = countCodes(s);
-        std::vector<uint8_t> codes;
-        for (int i = 0; i < 256; ++i)
-            if (n[i] > 0) codes.push_back(static_cast<uint8_t>(i));
-        std::stable_sort(codes.begin(), codes.end(), [&](uint8_t a, uint8_t b) { return n[a] > n[b]; });
+        int32_t used = 0;
+        for (int32_t count : n) used += count > 0;
         String r;
-        for (uint8_t code : codes) r.append(static_cast<size_t>(n[code]), ansiToUnicode(code));
+        if (used == 0) return r;
+        Variant rows = Variant::array(vbVariant, {ArrayBound{1, 2}, ArrayBound{1, used}});
+        auto e = rows.arrayForWrite().elements();
+        size_t k = 0;
+        for (int i = 0; i < 256; ++i)
+            if (n[i] > 0) {
+                e[k++] = Variant(-n[i]);
+                e[k++] = Variant(int32_t(i));
+            }
+        arraySorts().SortVariantMatrixRows(rows, Variant(int32_t(vbBinaryCompare)), Variant::missing(), Variant(true));
+        const auto sorted = rows.asArray().elements();
+        for (size_t j = 0; j < sorted.size(); j += 2)
+            r.append(size_t(-sorted[j].asLong()), ansiToUnicode(static_cast<uint8_t>(sorted[j + 1].asLong())));
         return r;
     });
 }

@@ -9,6 +9,7 @@
 #include "frame/Frame.h"
 #include "frame/Strings.h"
 #include "strings/StringSearches.h"
+#include "structures/ArrayOthers.h"
 
 namespace qvt {
 
@@ -186,27 +187,16 @@ Variant CharacterTypes::EveryCharacterWithinRange(Variant vLower, Variant vUpper
 
 namespace {
 
-// A table of cells as text: each column padded to its widest cell, cells
-// joined by the separator, rows by CR LF, trailing blanks of a row removed.
-String formatGrid(const std::vector<std::vector<String>>& rows, StringView separator) {
-    std::vector<size_t> width;
-    for (const auto& row : rows)
-        for (size_t c = 0; c < row.size(); ++c) {
-            if (c >= width.size()) width.push_back(0);
-            width[c] = std::max(width[c], row[c].size());
-        }
-    String out;
-    for (size_t r = 0; r < rows.size(); ++r) {
-        if (r > 0) out += u"\r\n";
-        String line;
-        for (size_t c = 0; c < rows[r].size(); ++c) {
-            if (c > 0) line += separator;
-            line += rows[r][c];
-            line.append(width[c] - rows[r][c].size(), u' ');
-        }
-        out += RTrim(line);
-    }
-    return out;
+// The cells of a display table, cells[row][column], as a Variant matrix
+// (column, row) printed by FormatVariantMatrix.
+Variant formatTable(const std::vector<std::vector<String>>& cells, const Variant& separator) {
+    size_t columns = 0;
+    for (const auto& row : cells) columns = std::max(columns, row.size());
+    Variant m = Variant::array(vbVariant, {ArrayBound{1, int32_t(columns)}, ArrayBound{1, int32_t(cells.size())}});
+    SafeArray& a = m.arrayForWrite();
+    for (size_t r = 0; r < cells.size(); ++r)
+        for (size_t c = 0; c < cells[r].size(); ++c) a.elements()[r * columns + c] = Variant(cells[r][c]);
+    return arrayOthers().FormatVariantMatrix(m, separator);
 }
 
 String decimalText(int n) {
@@ -235,7 +225,7 @@ Variant CharacterTypes::CharacterTableHexadecimal(Variant vColumnSeparator) cons
             rows[r + 1].push_back(hexText(r * 16, 2));
             for (int c = 0; c < 16; ++c) rows[r + 1].push_back(printable(r * 16 + c));
         }
-        return Variant(formatGrid(rows, vColumnSeparator.asString()));
+        return formatTable(rows, vColumnSeparator);
     });
 }
 
@@ -249,7 +239,7 @@ Variant CharacterTypes::CharacterTableDecimal(Variant vColumnSeparator) const {
             rows[r + 1].push_back(decimalText(r * 10));
             for (int c = 0; c < 10 && r * 10 + c < 256; ++c) rows[r + 1].push_back(printable(r * 10 + c));
         }
-        return Variant(formatGrid(rows, vColumnSeparator.asString()));
+        return formatTable(rows, vColumnSeparator);
     });
 }
 
@@ -263,7 +253,7 @@ Variant CharacterTypes::CharacterTableAlphanumeric(Variant vColumnSeparator) con
         for (int i = 0; i < 256; ++i)
             if (has(static_cast<uint8_t>(i), CharTypeAlNum))
                 rows.push_back({String(1, ansiToUnicode(static_cast<uint8_t>(i))), decimalText(i), hexText(i, 2)});
-        return Variant(formatGrid(rows, vColumnSeparator.asString()));
+        return formatTable(rows, vColumnSeparator);
     });
 }
 

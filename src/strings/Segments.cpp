@@ -1,26 +1,20 @@
 #include "strings/Segments.h"
 
-#include <cmath>
 #include <numeric>
 #include <vector>
 
-#include "frame/Random.h"
 #include "frame/Strings.h"
+#include "structures/ArrayManipulations.h"
 
 namespace qvt::segments {
 
 bool isTextCompare(int32_t compare) { return StrComp(u"a", u"A", compare) == 0; }
 
-int32_t randomWithin(int32_t low, int32_t high) {
-    const double span = double(high) - double(low) + 1.0;
-    return static_cast<int32_t>(std::floor(span * double(Rnd()) + double(low)));
-}
-
 void shuffle(String& s, size_t width) {
     const size_t n = wholeCount(s, width);
     if (n < 2) return;
     for (size_t i = 0; i < n; ++i) {
-        const auto j = static_cast<size_t>(randomWithin(0, static_cast<int32_t>(n - 1)));
+        const auto j = static_cast<size_t>(arrayManipulations().RandomLongWithinRangeFast(0, static_cast<int32_t>(n - 1)));
         if (j != i) std::swap_ranges(s.begin() + i * width, s.begin() + (i + 1) * width, s.begin() + j * width);
     }
 }

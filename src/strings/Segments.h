@@ -22,9 +22,6 @@ inline StringView at(StringView s, size_t width, size_t i) noexcept { return s.s
 // refuses.
 bool isTextCompare(int32_t compare);
 
-// A uniform integer in low..high (inclusive), from the runtime's Rnd.
-int32_t randomWithin(int32_t low, int32_t high);
-
 // Swaps each whole segment with one drawn at random over the whole range.
 void shuffle(String& s, size_t width);
 

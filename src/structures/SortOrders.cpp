@@ -7,16 +7,12 @@
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
 #include "frame/Strings.h"
+#include "strings/CharacterArrays.h"
+#include "strings/CharacterTypes.h"
 
 namespace qvt {
 
 namespace {
-
-String everyCharacter() {
-    String s;
-    for (int c = 0; c < 256; ++c) s += Chr(c);
-    return s;
-}
 
 int32_t compareOne(char16_t a, char16_t b, int32_t compare) {
     return StrComp(StringView(&a, 1), StringView(&b, 1), compare);
@@ -29,9 +25,8 @@ int32_t ascOf(char16_t c) { return Asc(StringView(&c, 1)); }
 const SortOrders::Collation& SortOrders::collation(int32_t compare) const {
     for (const Collation& c : collations_)
         if (c.compare == compare) return c;
-    Collation k{compare, everyCharacter(), {}, String(256, u'\0'), String(256, u'\0'), String(256, u'\0')};
-    std::stable_sort(k.sorted.begin(), k.sorted.end(),
-                     [compare](char16_t a, char16_t b) { return compareOne(a, b, compare) < 0; });
+    const Variant sorted = characterArrays().SortCharacters(Variant(characterTypes().EveryCharacter()), Variant(compare));
+    Collation k{compare, sorted.asString(), {}, String(256, u'\0'), String(256, u'\0'), String(256, u'\0')};
     int32_t rank = 0;
     for (size_t p = 0; p < k.sorted.size(); ++p) {
         if (p > 0 && compareOne(k.sorted[p - 1], k.sorted[p], compare) != 0) ++rank;
@@ -92,7 +87,7 @@ Variant SortOrders::IsStringSortedBinary(Variant vString) const {
 
 Variant SortOrders::SortCharactersIndirect(Variant vSortKeys, Variant vSortData, Variant vSortOrder) const {
     return fixUpFrame(fixUps().FixUpVariantToStringFn(vSortKeys) && fixUps().FixUpVariantToStringFn(vSortData), [&] {
-        fixUps().FixUpVariantToStringSub(vSortOrder, Variant(everyCharacter()));
+        fixUps().FixUpVariantToStringSub(vSortOrder, Variant(characterTypes().EveryCharacter()));
         Variant positions;
         CharacterPositionsArray(positions, vSortOrder);
         const auto rankOf = positions.asArray().elements();
