@@ -11,6 +11,7 @@
 #include "frame/Locale.h"
 #include "frame/Strings.h"
 #include "strings/StringSearches.h"
+#include "structures/ArrayOthers.h"
 
 namespace qvt {
 
@@ -54,20 +55,22 @@ Variant onLineAndFind(Variant& vLine, Variant& vFind, Variant& vCompare, Body bo
                       [&] { return Variant(body(vLine.asString(), vFind.asString(), compareMode(vCompare))); });
 }
 
-// The find and replacement pairs of "find sep replacement sep ...", cut
-// from the front with GetToken: no empty pair from a trailing separator,
-// and a last find with no replacement replaces with "".
-// TODO(arrays): this is the table ArrayOthers.LookupStringToVariantMatrix
-// builds; read the pairs through it once that member exists.
-std::vector<std::pair<String, String>> findReplacePairs(StringView list, StringView separator) {
+// The find and replacement pairs of "find sep replacement sep ...", read
+// from the lookup table the array toolkit builds of it: row 1 the finds,
+// row 2 the replacements (Empty after an unpaired last find: it replaces
+// with ""). A list the toolkit refuses gives no pairs.
+std::vector<std::pair<String, String>> findReplacePairs(const Variant& list, const Variant& separator) {
     std::vector<std::pair<String, String>> pairs;
-    if (list.empty() || separator.empty()) return pairs;
-    const StringSearches& searches = stringSearches();
-    String rest(list);
-    while (!rest.empty()) {
-        String find = searches.GetTokenFast(rest, separator, vbBinaryCompare);
-        pairs.emplace_back(std::move(find), searches.GetTokenFast(rest, separator, vbBinaryCompare));
-    }
+    Variant table;
+    if (!arrayOthers().LookupStringToVariantMatrix(table, list, separator)) return pairs;
+    const SafeArray& m = table.asArray();
+    const auto textAt = [&](int32_t row, int32_t column) {
+        const int32_t at[2] = {row, column};
+        const Variant& v = m.at(at);
+        return v.isString() ? v.asString() : String();
+    };
+    for (int32_t k = m.lbound(2); k <= m.ubound(2); ++k)
+        pairs.emplace_back(textAt(m.lbound(1), k), textAt(m.lbound(1) + 1, k));
     return pairs;
 }
 
@@ -147,7 +150,7 @@ Variant StringReplacements::ReplaceStringRecursively(Variant vLine, Variant vFin
 Variant StringReplacements::ReplaceStringMultiple(Variant vValue, Variant vFindReplacePairs, Variant vSeparator,
                                                   Variant vCompare) const {
     return fixUpFrame(text(vValue) && text(vFindReplacePairs) && text(vSeparator), [&] {
-        const auto pairs = findReplacePairs(vFindReplacePairs.asString(), vSeparator.asString());
+        const auto pairs = findReplacePairs(vFindReplacePairs, vSeparator);
         const int32_t compare = compareMode(vCompare);
         const StringView value = vValue.asString();
         String out;
