@@ -6,6 +6,7 @@
 #include "automation/TypeLibrary.h"
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
+#include "strings/StringManipulations.h"
 
 namespace qvt {
 
@@ -18,15 +19,7 @@ char16_t codeOf(StringView codes, StringView group, char16_t fallback) {
 }
 
 // The fill string repeated and cut to n characters (blanks for an empty one).
-String filler(int64_t n, StringView fill) {
-    String s;
-    if (n <= 0) return s;
-    if (fill.empty()) fill = u" ";
-    s.reserve(size_t(n));
-    while (int64_t(s.size()) + int64_t(fill.size()) <= n) s += fill;
-    s += fill.substr(0, size_t(n) - s.size());
-    return s;
-}
+String filler(int64_t n, StringView fill) { return repeatToLength(fill.empty() ? u" " : fill, n); }
 
 // The words of a line spread to exactly `width` by widening the gaps; the
 // places that do not divide evenly go to the leftmost gaps, or with the

@@ -116,7 +116,9 @@ bool repeatUnit(const Variant& v, String& unit) {
     return true;
 }
 
-String repeated(StringView unit, int64_t length) {
+}  // namespace
+
+String repeatToLength(StringView unit, int64_t length) {
     if (length <= 0 || unit.empty()) return String();
     if (length > std::numeric_limits<int32_t>::max()) raiseError(errOutOfMemory);
     String r;
@@ -125,6 +127,8 @@ String repeated(StringView unit, int64_t length) {
     r.append(unit.substr(0, size_t(length) - r.size()));
     return r;
 }
+
+namespace {
 
 // The characters at start, start + step, ... up to `limit`, for each start
 // from 1 to step, each group handed to `group`.
@@ -474,13 +478,13 @@ Variant StringManipulations::SeparateCharactersIntoNGroups(Variant vString, Vari
 Variant StringManipulations::RepeatString(Variant vRepetitions, Variant vRepeat) const {
     String unit;
     if (!whole(vRepetitions) || !repeatUnit(vRepeat, unit)) return Variant::null();
-    return Variant(repeated(unit, std::max<int64_t>(vRepetitions.asLong(), 0) * int64_t(unit.size())));
+    return Variant(repeatToLength(unit, std::max<int64_t>(vRepetitions.asLong(), 0) * int64_t(unit.size())));
 }
 
 Variant StringManipulations::RepeatStringToLength(Variant vLength, Variant vRepeat) const {
     String unit;
     if (!whole(vLength) || !repeatUnit(vRepeat, unit)) return Variant::null();
-    return Variant(repeated(unit, vLength.asLong()));
+    return Variant(repeatToLength(unit, vLength.asLong()));
 }
 
 Variant StringManipulations::RepeatStringCharacters(Variant vStringChars, Variant vNTimes) const {

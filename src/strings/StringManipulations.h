@@ -108,4 +108,8 @@ public:
 
 StringManipulations& stringManipulations() noexcept;
 
+// `unit` repeated and cut to `length` characters ("" for an empty unit or a
+// length of 0 or less); the typed core of RepeatStringToLength.
+String repeatToLength(StringView unit, int64_t length);
+
 }  // namespace qvt
