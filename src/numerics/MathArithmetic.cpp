@@ -183,7 +183,7 @@ String MathArithmetic::FactorMatrixToExpr(const Variant& vFC) const {
         if (column > 1) expr += u"*";
         expr += numberText(element(a, 1, column));
         const Variant& power = element(a, 2, column);
-        if (power != I(1)) expr += u"^" + numberText(power);
+        if (power != I(1)) expr.append(u"^").append(numberText(power));
     }
     return expr;
 }

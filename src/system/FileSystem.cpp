@@ -696,7 +696,7 @@ String Dir(StringView pattern, int32_t attributes) {
         raiseError(errDiskNotReady);
     String dir, last;
     splitPattern(pattern, dir, last);
-    if (last.empty()) last = u"*";
+    if (last.empty()) last.assign(1, u'*');
     const std::string nativeDir = mapDirectory(dir);
     gDir.active = true;
     if (!hasWildcard(last)) {

@@ -56,7 +56,7 @@ std::string resolveCase(const std::string& path) {
     std::string done;
     size_t i = 0;
     if (!path.empty() && path[0] == '/') {
-        done = "/";
+        done.assign(1, '/');
         i = 1;
     }
     bool missing = false;
