@@ -25,15 +25,13 @@ const LocaleConfig gLocale = makeDefault();
 
 const LocaleConfig& locale() noexcept { return gLocale; }
 
-uint8_t unicodeToAnsi(char16_t c) noexcept {
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<uint8_t>(c);
+uint8_t unicodeToAnsiOutsideLatin1(char16_t c) noexcept {
     for (int i = 0; i < 32; ++i)
         if (kHigh1252[i] == c) return static_cast<uint8_t>(0x80 + i);
     return 63;
 }
 
-char16_t toUpperChar(char16_t c) noexcept {
-    if (c < 0x80) return (c >= u'a' && c <= u'z') ? static_cast<char16_t>(c - 32) : c;
+char16_t toUpperCharBeyondAscii(char16_t c) noexcept {
     if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return static_cast<char16_t>(c - 32);
     switch (c) {
         case 0x0161: return 0x0160;  // š
@@ -44,8 +42,7 @@ char16_t toUpperChar(char16_t c) noexcept {
     }
 }
 
-char16_t toLowerChar(char16_t c) noexcept {
-    if (c < 0x80) return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + 32) : c;
+char16_t toLowerCharBeyondAscii(char16_t c) noexcept {
     if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return static_cast<char16_t>(c + 32);
     switch (c) {
         case 0x0160: return 0x0161;

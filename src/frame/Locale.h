@@ -51,13 +51,28 @@ struct LocaleConfig {
 // The active configuration (Windows-1252, US English).
 const LocaleConfig& locale() noexcept;
 
+// The common cases of the character mappings are inline: they sit in the
+// inner loops of every search and comparison.
+uint8_t unicodeToAnsiOutsideLatin1(char16_t c) noexcept;
+char16_t toUpperCharBeyondAscii(char16_t c) noexcept;
+char16_t toLowerCharBeyondAscii(char16_t c) noexcept;
+
 // ANSI code of a unit (63, '?', for a unit outside the page).
-uint8_t unicodeToAnsi(char16_t c) noexcept;
+inline uint8_t unicodeToAnsi(char16_t c) noexcept {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<uint8_t>(c);
+    return unicodeToAnsiOutsideLatin1(c);
+}
 inline char16_t ansiToUnicode(uint8_t b) noexcept { return locale().ansiToUnicode[b]; }
 
 // Case mapping of the page's repertoire; other units map to themselves.
-char16_t toUpperChar(char16_t c) noexcept;
-char16_t toLowerChar(char16_t c) noexcept;
+inline char16_t toUpperChar(char16_t c) noexcept {
+    if (c < 0x80) return (c >= u'a' && c <= u'z') ? static_cast<char16_t>(c - 32) : c;
+    return toUpperCharBeyondAscii(c);
+}
+inline char16_t toLowerChar(char16_t c) noexcept {
+    if (c < 0x80) return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + 32) : c;
+    return toLowerCharBeyondAscii(c);
+}
 // Key for text compare: two units equal under text compare iff their keys
 // are equal; keys order as the text collation orders.
 inline char16_t textCompareKey(char16_t c) noexcept { return toLowerChar(c); }

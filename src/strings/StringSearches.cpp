@@ -58,42 +58,81 @@ StringView mid(StringView s, int64_t i, size_t n) noexcept {
 // last word on any other mode (and raises for an invalid one).
 class SetTest {
 public:
-    SetTest(StringView set, int32_t compare) noexcept : set_(set), compare_(compare) {}
+    // Keys below 256 go into a bitmap, so the usual test is one lookup; a set
+    // with wider keys falls back to scanning it for those.
+    SetTest(StringView set, int32_t compare) noexcept : set_(set), compare_(compare) {
+        if (compare_ != vbBinaryCompare && compare_ != vbTextCompare) return;
+        for (char16_t c : set_) {
+            const char16_t k = key(c);
+            if (k < 256) bits_[k >> 6] |= uint64_t(1) << (k & 63);
+            else wide_ = true;
+        }
+    }
     bool contains(char16_t c) const {
-        if (compare_ == vbBinaryCompare) return set_.find(c) != StringView::npos;
-        if (compare_ != vbTextCompare) return InStr(1, set_, StringView(&c, 1), compare_) != 0;
-        const char16_t key = textCompareKey(c);
-        return std::any_of(set_.begin(), set_.end(), [key](char16_t s) { return textCompareKey(s) == key; });
+        if (compare_ != vbBinaryCompare && compare_ != vbTextCompare)
+            return InStr(1, set_, StringView(&c, 1), compare_) != 0;
+        const char16_t k = key(c);
+        if (k < 256) return (bits_[k >> 6] >> (k & 63)) & 1;
+        return wide_ && std::any_of(set_.begin(), set_.end(), [&](char16_t s) { return key(s) == k; });
     }
     // What a position past the end holds is "", which InStr finds in any
     // non-empty set.
     bool containsNothing() const { return InStr(1, set_, StringView(), compare_) != 0; }
 
+    // Narrow: binary compare and every key in the bitmap; NarrowText the same
+    // under text compare; General anything else.
+    enum Mode { Narrow, NarrowText, General };
+    Mode mode() const noexcept {
+        if (wide_) return General;
+        return compare_ == vbBinaryCompare ? Narrow : compare_ == vbTextCompare ? NarrowText : General;
+    }
+    // A key of a narrow set: one lookup, true only for keys below 256.
+    bool inBitmap(char16_t k) const noexcept { return k < 256 && ((bits_[k >> 6] >> (k & 63)) & 1); }
+
 private:
+    char16_t key(char16_t c) const noexcept { return compare_ == vbTextCompare ? textCompareKey(c) : c; }
+
     StringView set_;
     int32_t compare_;
+    uint64_t bits_[4] = {};
+    bool wide_ = false;
 };
 
 // The walk of the character-set members: the first position from start
 // (upward to the end, or downward to 1) whose membership in the set is
 // `wanted`; 0 when the walk ends.
+template <class In>
+int32_t walkPositions(int64_t start, StringView line, bool wanted, bool reverse, const In& in) {
+    if (!reverse) {
+        for (size_t i = size_t(start - 1); i < line.size(); ++i)
+            if (in(line[i]) == wanted) return int32_t(i + 1);
+        return 0;
+    }
+    for (int64_t i = start; i >= 1; --i)
+        if (in(line[size_t(i - 1)]) == wanted) return int32_t(i);
+    return 0;
+}
+
 int32_t walkSet(int64_t start, StringView line, StringView set, int32_t compare, bool wanted, bool reverse) {
     const SetTest in(set, compare);
     const int64_t n = Len(line);
     if (!reverse) {
         if (start < 1) raiseError(errInvalidCall);  // Mid with a start below 1
-        for (int64_t i = start; i <= n; ++i)
-            if (in.contains(line[size_t(i - 1)]) == wanted) return int32_t(i);
-        return 0;
-    }
-    // Past the end every position holds "": the first one decides for all.
-    if (start > n) {
+    } else if (start > n) {
+        // Past the end every position holds "": the first one decides for all.
         if (in.containsNothing() == wanted) return int32_t(start);
         start = n;
     }
-    for (int64_t i = start; i >= 1; --i)
-        if (in.contains(line[size_t(i - 1)]) == wanted) return int32_t(i);
-    return 0;
+    // The membership test is chosen once, outside the loop over the line.
+    switch (in.mode()) {
+        case SetTest::Narrow:
+            return walkPositions(start, line, wanted, reverse, [&](char16_t c) { return in.inBitmap(c); });
+        case SetTest::NarrowText:
+            return walkPositions(start, line, wanted, reverse,
+                                 [&](char16_t c) { return in.inBitmap(textCompareKey(c)); });
+        default:
+            return walkPositions(start, line, wanted, reverse, [&](char16_t c) { return in.contains(c); });
+    }
 }
 
 // The plain form of a set walk: texts, then the start, then vCompare.
