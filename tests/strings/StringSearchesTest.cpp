@@ -221,6 +221,27 @@ TEST(InStrCharactersBinary, MatchesTheGeneralSearchOnAnsiText) {
     }
 }
 
+// The set walks agree with asking InStr about each character, in both modes,
+// for letters whose case pairs lie inside and outside the first 256 codes.
+TEST(InStrCharacters, AgreesWithInStrOfEachCharacter) {
+    std::mt19937 rng(5);
+    const String alphabet = u"aAbZz \u00e9\u00c9\u0161\u0160\u0178\u00ff\u20ac\u0100";
+    for (int round = 0; round < 400; ++round) {
+        String line, set;
+        for (int i = int(rng() % 30); i > 0; --i) line += alphabet[rng() % alphabet.size()];
+        for (int i = 1 + int(rng() % 3); i > 0; --i) set += alphabet[rng() % alphabet.size()];
+        const int32_t compare = round % 2 ? kText : kBinary;
+        auto inSet = [&](size_t i) { return InStr(1, set, StringView(line).substr(i, 1), compare) != 0; };
+        int32_t forward = 0, backward = 0;
+        for (size_t i = 0; i < line.size() && !forward; ++i)
+            if (inSet(i)) forward = int32_t(i + 1);
+        for (size_t i = line.size(); i > 0 && !backward; --i)
+            if (inSet(i - 1)) backward = int32_t(i);
+        EXPECT_EQ(ss().InStrCharactersFast(1, line, set, compare), forward);
+        EXPECT_EQ(ss().InStrCharactersReverseFast(int32_t(line.size()), line, set, compare), backward);
+    }
+}
+
 TEST(InStrToVariantVector, PositionsFromOneWithElementZeroEmpty) {
     Variant v = Variant::vector({L(7), L(8), L(9)});
     EXPECT_TRUE(ss().InStrToVariantVector(v, S(u"aAaa"), S(u"A"), L(kText)));
