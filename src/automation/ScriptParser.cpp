@@ -1,6 +1,7 @@
 // Tokenizer and parser of the script host's language.
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "automation/Interpreter.h"
@@ -118,7 +119,7 @@ int64_t daysFromCivil(int64_t y, unsigned m, unsigned d) {
 
 }  // namespace
 
-double parseDateLiteral(StringView text) {
+std::optional<double> dateLiteralValue(StringView text) {
     std::string s = toUtf8(text);
     size_t i = 0;
     auto skip = [&] {
@@ -131,7 +132,7 @@ double parseDateLiteral(StringView text) {
         out = int(v);
         return int(i - start);
     };
-    auto bad = [&]() -> double { raiseError(errSyntax, u"qvt", u"Syntax error: bad date literal #" + String(text) + u"#"); };
+    auto bad = [] { return std::nullopt; };
 
     double day = 0, fraction = 0;
     bool haveDate = false, haveTime = false;
@@ -198,15 +199,6 @@ double parseDateLiteral(StringView text) {
 
 namespace {
 
-bool isDateLiteralText(StringView text) {
-    try {
-        parseDateLiteral(text);
-        return true;
-    } catch (const RuntimeError&) {
-        return false;
-    }
-}
-
 // Is the '#' at `at` the mark of a file number (Print #1, Close #1, #2,
 // ... As #f)? Only after the words of the file statements, or after a comma
 // of a Close statement, and only where it does not open a date literal, so
@@ -227,10 +219,15 @@ bool opensFileNumber(const std::vector<Token>& before, StringView line, size_t a
     }
     if (!context) return false;
     size_t close = line.find(u'#', at + 1);
-    return close == StringView::npos || !isDateLiteralText(line.substr(at + 1, close - at - 1));
+    return close == StringView::npos || !dateLiteralValue(line.substr(at + 1, close - at - 1));
 }
 
 }  // namespace
+
+double parseDateLiteral(StringView text) {
+    if (std::optional<double> d = dateLiteralValue(text)) return *d;
+    raiseError(errSyntax, u"qvt", u"Syntax error: bad date literal #" + String(text) + u"#");
+}
 
 std::vector<Token> tokenize(StringView line) {
     std::vector<Token> out;
@@ -396,8 +393,13 @@ public:
 private:
     const Token& cur() const { return t_[pos_]; }
     bool atEnd() const { return cur().kind == Tok::End; }
-    bool isSymbol(const char16_t* s) const { return cur().kind == Tok::Symbol && cur().text == s; }
-    bool isWord(const char* w) const { return cur().kind == Tok::Word && sameWord(cur().text, w); }
+    // The token `ahead` places on (past the end reads as the End token).
+    bool isSymbol(const char16_t* s, size_t ahead = 0) const {
+        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Symbol && t_[pos_ + ahead].text == s;
+    }
+    bool isWord(const char* w, size_t ahead = 0) const {
+        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Word && sameWord(t_[pos_ + ahead].text, w);
+    }
     bool acceptSymbol(const char16_t* s) {
         if (!isSymbol(s)) return false;
         ++pos_;
@@ -423,7 +425,10 @@ private:
             if (sameWord(w, k)) return true;
         return false;
     }
-    bool statementEnd() const { return atEnd() || isSymbol(u":") || isWord("Else"); }
+    bool statementEnd(size_t ahead = 0) const {
+        return pos_ + ahead >= t_.size() || t_[pos_ + ahead].kind == Tok::End || isSymbol(u":", ahead) ||
+               isWord("Else", ahead);
+    }
 
     // ---- statements
 
@@ -572,12 +577,6 @@ private:
         s.expr = callNode(member, std::move(args));
         return s;
     }
-    bool nextIsWord(size_t ahead, const char* w) const {
-        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Word && sameWord(t_[pos_ + ahead].text, w);
-    }
-    bool nextIsSymbol(size_t ahead, const char16_t* sym) const {
-        return pos_ + ahead < t_.size() && t_[pos_ + ahead].kind == Tok::Symbol && t_[pos_ + ahead].text == sym;
-    }
     NodePtr fileNumber() {
         acceptSymbol(u"#");
         return expression();
@@ -623,7 +622,7 @@ private:
             s = callStatement(u"Open", std::move(args));
             return true;
         }
-        if (isWord("Close") && (nextIsSymbol(1, u"#") || statementEndAt(pos_ + 1))) {
+        if (isWord("Close") && (isSymbol(u"#", 1) || statementEnd(1))) {
             ++pos_;
             std::vector<NodePtr> args;
             if (!statementEnd()) {
@@ -633,7 +632,7 @@ private:
             s = callStatement(u"Close", std::move(args));
             return true;
         }
-        if (isWord("Line") && nextIsWord(1, "Input") && nextIsSymbol(2, u"#")) {
+        if (isWord("Line") && isWord("Input", 1) && isSymbol(u"#", 2)) {
             pos_ += 2;
             NodePtr number = fileNumber();
             expectSymbol(u",");
@@ -644,7 +643,7 @@ private:
             s.expr = callNode(u"LineInput", std::move(args));
             return true;
         }
-        if ((isWord("Print") || isSymbol(u"?")) && nextIsSymbol(1, u"#")) {
+        if ((isWord("Print") || isSymbol(u"?")) && isSymbol(u"#", 1)) {
             ++pos_;
             std::vector<NodePtr> args;
             args.push_back(fileNumber());
@@ -659,7 +658,7 @@ private:
             s = callStatement(u"PrintFile", std::move(args));
             return true;
         }
-        if ((isWord("Get") || isWord("Put")) && nextIsSymbol(1, u"#")) {
+        if ((isWord("Get") || isWord("Put")) && isSymbol(u"#", 1)) {
             const char16_t* member = isWord("Get") ? u"Get" : u"Put";
             ++pos_;
             std::vector<NodePtr> args;
@@ -671,7 +670,7 @@ private:
             s = callStatement(member, std::move(args));
             return true;
         }
-        if (isWord("Seek") && nextIsSymbol(1, u"#")) {
+        if (isWord("Seek") && isSymbol(u"#", 1)) {
             ++pos_;
             std::vector<NodePtr> args;
             args.push_back(fileNumber());
@@ -695,15 +694,9 @@ private:
     // Does the statement at the current token contain the word `w`? Tells the
     // file statements (Open ... For, Name ... As) from the call forms.
     bool statementHasWord(const char* w) const {
-        for (size_t k = pos_ + 1; k < t_.size() && !statementEndAt(k); ++k)
-            if (t_[k].kind == Tok::Word && sameWord(t_[k].text, w)) return true;
+        for (size_t ahead = 1; !statementEnd(ahead); ++ahead)
+            if (isWord(w, ahead)) return true;
         return false;
-    }
-    bool statementEndAt(size_t at) const {
-        if (at >= t_.size()) return true;
-        const Token& t = t_[at];
-        return t.kind == Tok::End || (t.kind == Tok::Symbol && t.text == u":") ||
-               (t.kind == Tok::Word && sameWord(t.text, "Else"));
     }
 
     // Could the current token open an argument of a call without parentheses?

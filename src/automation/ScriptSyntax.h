@@ -1,6 +1,7 @@
 // Tokens and syntax tree of the script host's language (internal).
 #pragma once
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ std::vector<Token> tokenize(StringView line);
 
 // Day count of a #date# literal's text (m/d/y or y-m-d, optional time).
 double parseDateLiteral(StringView text);
+// The same without raising: no value for text that is not a date.
+std::optional<double> dateLiteralValue(StringView text);
 
 enum class Op : uint8_t {
     Pow, Neg, Plus, Mul, Div, IntDiv, Mod, Add, Sub, Concat,
