@@ -19,6 +19,7 @@
 #include "frame/Conversions.h"
 #include "frame/DateMath.h"
 #include "frame/Locale.h"
+#include "frame/Strings.h"
 #include "system/PathMapping.h"
 
 namespace qvt {
@@ -212,35 +213,32 @@ struct DirCursor {
 };
 DirCursor gDir;
 
-// DOS wildcard match without regard to case: * any run, ? one character.
-bool wildMatch(StringView name, StringView pat) {
-    size_t n = 0, p = 0, starP = StringView::npos, starN = 0;
-    while (n < name.size()) {
-        if (p < pat.size() && (pat[p] == u'?' || textCompareKey(pat[p]) == textCompareKey(name[n]))) {
-            ++n;
-            ++p;
-        } else if (p < pat.size() && pat[p] == u'*') {
-            starP = p++;
-            starN = n;
-        } else if (starP != StringView::npos) {
-            p = starP + 1;
-            n = ++starN;
+// A DOS wildcard pattern (* any run, ? one character) as a Like pattern:
+// the characters Like treats specially but a file name may hold are put in
+// brackets, so the runtime's one matcher serves.
+String likePatternOf(StringView dosPattern) {
+    String out;
+    out.reserve(dosPattern.size());
+    for (char16_t c : dosPattern) {
+        if (c == u'#' || c == u'[') {
+            out += u'[';
+            out += c;
+            out += u']';
         } else {
-            return false;
+            out += c;
         }
     }
-    while (p < pat.size() && pat[p] == u'*') ++p;
-    return p == pat.size();
+    return out;
 }
 
 // A name without an extension also matches as if it ended in "." (so "*.*"
-// and "*." take it, as DOS does).
-bool dosMatch(StringView name, StringView pat) {
-    if (wildMatch(name, pat)) return true;
+// and "*." take it, as DOS does). Names match without regard to case.
+bool dosMatch(StringView name, StringView likePattern) {
+    if (Like(name, likePattern, vbTextCompare)) return true;
     if (name.find(u'.') != StringView::npos) return false;
     String dotted(name);
     dotted += u'.';
-    return wildMatch(dotted, pat);
+    return Like(dotted, likePattern, vbTextCompare);
 }
 
 int32_t attributesOf(const struct stat& st, const std::string& name) {
@@ -282,9 +280,10 @@ std::vector<Entry> matchingEntries(const std::string& dir, StringView pattern) {
     std::vector<Entry> out;
     DIR* d = ::opendir(dir.c_str());
     if (!d) return out;
+    const String like = likePatternOf(pattern);
     while (dirent* e = ::readdir(d)) {
         const std::string name = e->d_name;
-        if (!dosMatch(fromNativeName(name), pattern)) continue;
+        if (!dosMatch(fromNativeName(name), like)) continue;
         Entry en;
         en.native = dir == "/" ? "/" + name : dir + "/" + name;
         en.name = name;

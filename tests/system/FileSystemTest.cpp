@@ -197,6 +197,11 @@ TEST_F(Files, DirListsWithPatternsAndAttributes) {
     EXPECT_EQ(Dir(u"*."), u"noext");
     EXPECT_EQ(Dir(u"?.BAS"), u"c.bas");
     EXPECT_EQ(Dir(u"A.TXT"), u"a.txt");
+    // Only * and ? are wildcards: # and [ in a pattern are plain characters.
+    write("r#[1].txt", "1");
+    EXPECT_EQ(Dir(u"R#[?].*"), u"r#[1].txt");
+    EXPECT_EQ(Dir(u"r1*"), u"");
+    Kill(u"r#[1].txt");
     EXPECT_EQ(Dir(u"sub"), u"");
     EXPECT_EQ(Dir(u"sub", vbDirectory), u"Sub");
     EXPECT_EQ(Dir(u"nowhere\\*.*"), u"");
