@@ -30,12 +30,10 @@ int hexValue(char16_t c) {
     return -1;
 }
 
-char16_t lower(char16_t c) { return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c; }
-
 bool sameWord(StringView a, const char* b) {
     size_t i = 0;
     for (; b[i]; ++i)
-        if (i >= a.size() || lower(a[i]) != lower(char16_t(b[i]))) return false;
+        if (i >= a.size() || toLowerChar(a[i]) != toLowerChar(char16_t(b[i]))) return false;
     return i == a.size();
 }
 
