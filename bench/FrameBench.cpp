@@ -37,30 +37,21 @@ static void BM_VariantCopyVector1000(benchmark::State& state) {
 }
 BENCHMARK(BM_VariantCopyVector1000);
 
-static void BM_AddDoubles(benchmark::State& state) {
-    Variant a(1.5), b(2.25);
+static void addLoop(benchmark::State& state, const Variant& a, const Variant& b) {
     for (auto _ : state) {
         Variant r = opAdd(a, b);
         benchmark::DoNotOptimize(r);
     }
 }
+
+static void BM_AddDoubles(benchmark::State& state) { addLoop(state, Variant(1.5), Variant(2.25)); }
 BENCHMARK(BM_AddDoubles);
 
-static void BM_AddIntegers(benchmark::State& state) {
-    Variant a(int16_t(12)), b(int16_t(30));
-    for (auto _ : state) {
-        Variant r = opAdd(a, b);
-        benchmark::DoNotOptimize(r);
-    }
-}
+static void BM_AddIntegers(benchmark::State& state) { addLoop(state, Variant(int16_t(12)), Variant(int16_t(30))); }
 BENCHMARK(BM_AddIntegers);
 
 static void BM_AddIntegerOverflowToLong(benchmark::State& state) {
-    Variant a(int16_t(32767)), b(int16_t(1));
-    for (auto _ : state) {
-        Variant r = opAdd(a, b);
-        benchmark::DoNotOptimize(r);
-    }
+    addLoop(state, Variant(int16_t(32767)), Variant(int16_t(1)));
 }
 BENCHMARK(BM_AddIntegerOverflowToLong);
 

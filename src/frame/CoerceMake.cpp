@@ -33,7 +33,7 @@ String toImage(T value) {
     return s;
 }
 
-// Steps 1 and 2 of the CoerceTo family: the text, or nothing for Null; a
+// The argument of the CoerceTo family: the text, or nothing for Null; a
 // text shorter than the width raises 5.
 bool imageArgument(Variant& vString, size_t width) {
     if (!fixUps().FixUpVariantToStringFn(vString)) return false;
@@ -41,7 +41,7 @@ bool imageArgument(Variant& vString, size_t width) {
     return true;
 }
 
-// Step 1 of the Make family: the value converted to t as a Mand fix-up
+// The argument of the Make family: the value converted to t as a Mand fix-up
 // converts it (6 of a value out of range is not caught); Null for Null and
 // Empty-handed otherwise.
 enum class MakeInput { Value, Null, Neither };

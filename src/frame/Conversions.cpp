@@ -42,30 +42,6 @@ inline ErrNo scalarDouble(const Variant& v, double& out) noexcept {
     }
 }
 
-// Text to a Double through the number parser, or for the date conversions
-// through the date parser first.
-inline ErrNo textDouble(const String& s, double& out) noexcept { return parseDouble(s, out); }
-
-String formatInteger(int64_t v) {
-    char16_t buf[24];
-    char16_t* end = buf + 24;
-    char16_t* p = end;
-    uint64_t u = v < 0 ? uint64_t(0) - uint64_t(v) : uint64_t(v);
-    do {
-        *--p = char16_t(u'0' + u % 10);
-        u /= 10;
-    } while (u);
-    if (v < 0) *--p = u'-';
-    return String(p, end);
-}
-
-int64_t roundHalfEvenDiv(int64_t value, int64_t divisor) noexcept {
-    int64_t q = value / divisor, r = value % divisor;
-    int64_t twice = 2 * (r < 0 ? -r : r);
-    if (twice > divisor || (twice == divisor && (q & 1))) q += (value < 0) ? -1 : 1;
-    return q;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------- typed rounding
@@ -112,7 +88,7 @@ ErrNo toDouble(const Variant& v, double& out) noexcept {
         out = v.asDouble();
         return 0;
     }
-    if (v.vt() == vbString) return textDouble(v.asString(), out);
+    if (v.vt() == vbString) return parseDouble(v.asString(), out);
     return scalarDouble(v, out);
 }
 
@@ -135,7 +111,7 @@ ErrNo toLong(const Variant& v, int32_t& out) noexcept {
         case vbBoolean: out = v.asBoolean() ? -1 : 0; return 0;
         case vbEmpty: out = 0; return 0;
         case vbCurrency: {
-            int64_t r = roundHalfEvenDiv(v.asCurrency(), 10000);
+            const int64_t r = currencyRoundToInt64(v.asCurrency());
             if (r < INT32_MIN || r > INT32_MAX) return errOverflow;
             out = int32_t(r);
             return 0;

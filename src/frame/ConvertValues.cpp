@@ -17,6 +17,13 @@ namespace {
 
 bool isBlankString(const Variant& v) noexcept { return v.isString() && v.asString().empty(); }
 
+// A conversion core's result, or T's zero when it fails.
+template <class T>
+T orZero(ErrNo (*core)(const Variant&, T&) noexcept, const Variant& v) noexcept {
+    T x{};
+    return core(v, x) ? T{} : x;
+}
+
 }  // namespace
 
 Variant ConvertValues::BlankToNull(const Variant& vValue) const {
@@ -62,38 +69,17 @@ Variant ConvertValues::ReplaceVarTypeWithValue(const Variant& vOriginal, const V
     return c == 0 && !isNull ? vReplace : vOriginal;
 }
 
-bool ConvertValues::CBoolIgnErr(const Variant& vValue) const noexcept {
-    bool x = false;
-    return toBoolean(vValue, x) ? false : x;
-}
-uint8_t ConvertValues::CByteIgnErr(const Variant& vValue) const noexcept {
-    uint8_t x = 0;
-    return toByte(vValue, x) ? 0 : x;
-}
-int64_t ConvertValues::CCurIgnErr(const Variant& vValue) const noexcept {
-    int64_t x = 0;
-    return toCurrency(vValue, x) ? 0 : x;
-}
-double ConvertValues::CDateIgnErr(const Variant& vValue) const noexcept {
-    double x = 0;
-    return toDate(vValue, x) ? 0 : x;
-}
-double ConvertValues::CDblIgnErr(const Variant& vValue) const noexcept {
-    double x = 0;
-    return toDouble(vValue, x) ? 0 : x;
-}
+bool ConvertValues::CBoolIgnErr(const Variant& vValue) const noexcept { return orZero(toBoolean, vValue); }
+uint8_t ConvertValues::CByteIgnErr(const Variant& vValue) const noexcept { return orZero(toByte, vValue); }
+int64_t ConvertValues::CCurIgnErr(const Variant& vValue) const noexcept { return orZero(toCurrency, vValue); }
+double ConvertValues::CDateIgnErr(const Variant& vValue) const noexcept { return orZero(toDate, vValue); }
+double ConvertValues::CDblIgnErr(const Variant& vValue) const noexcept { return orZero(toDouble, vValue); }
 Variant ConvertValues::CDecIgnErr(const Variant& vValue) const noexcept {
     Decimal x;
     return toDecimal(vValue, x) ? Variant() : Variant(x);
 }
-int16_t ConvertValues::CIntIgnErr(const Variant& vValue) const noexcept {
-    int16_t x = 0;
-    return toInteger(vValue, x) ? 0 : x;
-}
-int32_t ConvertValues::CLngIgnErr(const Variant& vValue) const noexcept {
-    int32_t x = 0;
-    return toLong(vValue, x) ? 0 : x;
-}
+int16_t ConvertValues::CIntIgnErr(const Variant& vValue) const noexcept { return orZero(toInteger, vValue); }
+int32_t ConvertValues::CLngIgnErr(const Variant& vValue) const noexcept { return orZero(toLong, vValue); }
 int32_t ConvertValues::CSngIgnErr(const Variant& vValue) const noexcept {
     // CSng, then the assignment to the Long result (which may overflow too).
     float f = 0;

@@ -6,6 +6,7 @@
 #include "frame/Conversions.h"
 #include "frame/DateMath.h"
 #include "frame/Format.h"
+#include "frame/NumberFormat.h"
 
 namespace qvt {
 
@@ -76,13 +77,6 @@ Variant part(const Variant& v, F&& f) {
     return Variant(static_cast<int16_t>(f(p)));
 }
 
-String pad2(int n) {
-    String s;
-    s += char16_t(u'0' + n / 10 % 10);
-    s += char16_t(u'0' + n % 10);
-    return s;
-}
-
 }  // namespace
 
 Variant Now() { return Variant::date(nowAsDate()); }
@@ -95,12 +89,12 @@ float Timer() { return timerSeconds(); }
 
 String DateText() {
     const DateParts p = split(nowAsDate()).parts;
-    return pad2(p.month) + u"-" + pad2(p.day) + u"-" + pad2(p.year / 100) + pad2(p.year % 100);
+    return twoDigits(p.month) + u"-" + twoDigits(p.day) + u"-" + twoDigits(p.year / 100) + twoDigits(p.year % 100);
 }
 
 String TimeText() {
     const DateParts p = split(nowAsDate()).parts;
-    return pad2(p.hour) + u":" + pad2(p.minute) + u":" + pad2(p.second);
+    return twoDigits(p.hour) + u":" + twoDigits(p.minute) + u":" + twoDigits(p.second);
 }
 
 Variant DateSerial(const Variant& year, const Variant& month, const Variant& day) {

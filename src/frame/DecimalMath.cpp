@@ -200,22 +200,32 @@ int decimalFromDigits(const char* digits, int nDigits, int exponent, bool sticky
     }
 }
 
-Decimal decimalFromInt64(int64_t v) noexcept {
+namespace {
+
+// v * 10^-scale as a Decimal.
+Decimal decimalFromScaled(int64_t v, int scale) noexcept {
     Decimal d;
     const uint64_t mag = v < 0 ? 0 - static_cast<uint64_t>(v) : static_cast<uint64_t>(v);
-    setDecimal(d, mag, 0, v < 0);
+    setDecimal(d, mag, scale, v < 0);
     return d;
 }
 
-int decimalToInt64(const Decimal& d, int64_t& out) noexcept {
+// d * 10^scale rounded half-even into an int64 (scale 0..4); 6 beyond its range.
+int scaledFromDecimal(const Decimal& d, int scale, int64_t& out) noexcept {
     Decimal r;
-    if (int e = decimalRound(d, 0, r)) return e;
-    const u128 m = decimalMantissa(r);
+    if (int e = decimalRound(d, scale, r)) return e;
+    const u128 m = decimalMantissa(r) * kPow10.v[scale - r.scale];  // < 2^110
     const u128 limit = r.negative ? (u128(1) << 63) : (u128(1) << 63) - 1;
     if (m > limit) return kOverflow;
     out = r.negative ? static_cast<int64_t>(0 - static_cast<uint64_t>(m)) : static_cast<int64_t>(m);
     return kOk;
 }
+
+}  // namespace
+
+Decimal decimalFromInt64(int64_t v) noexcept { return decimalFromScaled(v, 0); }
+
+int decimalToInt64(const Decimal& d, int64_t& out) noexcept { return scaledFromDecimal(d, 0, out); }
 
 int decimalFromDouble(double v, Decimal& out) noexcept {
     if (!std::isfinite(v)) return kOverflow;
@@ -441,21 +451,8 @@ int currencyDiv(int64_t a, int64_t b, int64_t& out) noexcept {
     return divideHalfEven(static_cast<__int128>(a) * kCurrencyUnit, b, out);
 }
 
-Decimal decimalFromCurrency(int64_t cy) noexcept {
-    Decimal d;
-    const uint64_t mag = cy < 0 ? 0 - static_cast<uint64_t>(cy) : static_cast<uint64_t>(cy);
-    setDecimal(d, mag, 4, cy < 0);
-    return d;
-}
+Decimal decimalFromCurrency(int64_t cy) noexcept { return decimalFromScaled(cy, 4); }
 
-int currencyFromDecimal(const Decimal& d, int64_t& out) noexcept {
-    Decimal r;
-    if (int e = decimalRound(d, 4, r)) return e;
-    const u128 m = decimalMantissa(r) * kPow10.v[4 - r.scale];  // < 2^110
-    const u128 limit = r.negative ? (u128(1) << 63) : (u128(1) << 63) - 1;
-    if (m > limit) return kOverflow;
-    out = r.negative ? static_cast<int64_t>(0 - static_cast<uint64_t>(m)) : static_cast<int64_t>(m);
-    return kOk;
-}
+int currencyFromDecimal(const Decimal& d, int64_t& out) noexcept { return scaledFromDecimal(d, 4, out); }
 
 }  // namespace qvt

@@ -14,24 +14,11 @@ namespace {
 // The numeric path: CBool, CByte, CCur, CDbl then Date, CDec, CDbl, CInt,
 // CLng, CSng of a value IsNumeric accepts.
 ErrNo numericPath(const Variant& v, enum VarType t, Variant& out) noexcept {
-    ErrNo e = 0;
-    switch (t) {
-        case vbBoolean: { bool b; if (!(e = toBoolean(v, b))) out = Variant(b); break; }
-        case vbByte: { uint8_t b; if (!(e = toByte(v, b))) out = Variant(b); break; }
-        case vbCurrency: { int64_t c; if (!(e = toCurrency(v, c))) out = Variant::currency(c); break; }
-        case vbDate: {
-            // A number, not the date parser: "36527" is a day count here.
-            double d;
-            if (!(e = toDouble(v, d)) && !(e = checkDateRange(d))) out = Variant::date(d);
-            break;
-        }
-        case vbDecimal: { Decimal d; if (!(e = toDecimal(v, d))) out = Variant(d); break; }
-        case vbDouble: { double d; if (!(e = toDouble(v, d))) out = Variant(d); break; }
-        case vbInteger: { int16_t i; if (!(e = toInteger(v, i))) out = Variant(i); break; }
-        case vbLong: { int32_t i; if (!(e = toLong(v, i))) out = Variant(i); break; }
-        case vbSingle: { float f; if (!(e = toSingle(v, f))) out = Variant(f); break; }
-        default: e = errTypeMismatch;
-    }
+    if (t != vbDate) return convertTo(v, t, out);
+    // A number, not the date parser: "36527" is a day count here.
+    double d;
+    ErrNo e = toDouble(v, d);
+    if (!e && !(e = checkDateRange(d))) out = Variant::date(d);
     return e;
 }
 
@@ -133,24 +120,20 @@ bool maybeFn(Variant& r, enum VarType t) noexcept {
     return false;
 }
 
-bool stringFn(Variant& r) {
-    if (r.isNull() || r.isError()) return false;
+bool textInPlace(Variant& r) {
     String s;
     if (toText(r, s)) return false;
     r = Variant(std::move(s));
     return true;
 }
 
+bool stringFn(Variant& r) { return !r.isError() && textInPlace(r); }
+
 }  // namespace fixup
 
 void FixUps::FixUpVariantToStringSub(Variant& rArgument, const Variant& vDefault) const {
     if (rArgument.isString()) return;
-    String s;
-    if (rArgument.isMissing() || rArgument.isNull() || toText(rArgument, s)) {
-        rArgument = vDefault;
-        return;
-    }
-    rArgument = Variant(std::move(s));
+    if (rArgument.isMissing() || !fixup::textInPlace(rArgument)) rArgument = vDefault;
 }
 
 bool FixUps::FixUpVariantToStringFnRecursive(Variant& rArgument) const {
@@ -175,12 +158,8 @@ bool FixUps::FixUpVariantToStringFnRecursive(Variant& rArgument) const {
             }
             return true;
         }
-        default: {
-            String s;
-            if (toText(rArgument, s)) return false;
-            rArgument = Variant(std::move(s));
-            return true;
-        }
+        default:
+            return fixup::textInPlace(rArgument);
     }
 }
 

@@ -32,6 +32,8 @@ ErrNo mandConvert(const Variant& v, enum VarType t, Variant& out) noexcept;
 bool mandFn(Variant& r, enum VarType t) noexcept;
 bool maybeFn(Variant& r, enum VarType t) noexcept;
 bool stringFn(Variant& r);
+// CStr in place; false (r unchanged) when there is none.
+bool textInPlace(Variant& r);
 
 // Maybe keeps a held number when the target can take it without a range
 // test: every number type fits a Double.

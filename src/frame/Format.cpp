@@ -9,6 +9,7 @@
 #include "frame/Conversions.h"
 #include "frame/DateMath.h"
 #include "frame/Locale.h"
+#include "frame/NumberFormat.h"
 
 namespace qvt {
 
@@ -374,18 +375,6 @@ String renderNumeric(const NumPattern& p, Digits v, bool negative) {
 
 // ------------------------------------------------------------ dates
 
-String twoDigits(int n) {
-    String s;
-    s += char16_t(u'0' + (n / 10) % 10);
-    s += char16_t(u'0' + n % 10);
-    return s;
-}
-
-String number(int64_t n) {
-    const std::string s = std::to_string(n);
-    return String(s.begin(), s.end());
-}
-
 DateParts partsOf(double date) {
     DateParts parts{};
     check(splitDate(date, parts));
@@ -474,7 +463,7 @@ String renderDate(StringView s, double date, int32_t firstDay, int32_t firstWeek
         switch (lc) {
             case u'd':
                 n = std::min<size_t>(run(u'd'), 6);
-                if (n == 1) out += number(p.day);
+                if (n == 1) out += formatInteger(p.day);
                 else if (n == 2) out += twoDigits(p.day);
                 else if (n == 3) out += loc.dayAbbreviations[p.weekday - 1];
                 else if (n == 4) out += loc.dayNames[p.weekday - 1];
@@ -484,8 +473,8 @@ String renderDate(StringView s, double date, int32_t firstDay, int32_t firstWeek
                 break;
             case u'm':
                 n = std::min<size_t>(run(u'm'), 4);
-                if (n <= 2 && afterHour) out += n == 1 ? number(p.minute) : twoDigits(p.minute);
-                else if (n == 1) out += number(p.month);
+                if (n <= 2 && afterHour) out += n == 1 ? formatInteger(p.minute) : twoDigits(p.minute);
+                else if (n == 1) out += formatInteger(p.month);
                 else if (n == 2) out += twoDigits(p.month);
                 else if (n == 3) out += loc.monthAbbreviations[p.month - 1];
                 else out += loc.monthNames[p.month - 1];
@@ -495,14 +484,14 @@ String renderDate(StringView s, double date, int32_t firstDay, int32_t firstWeek
                 n = run(u'y');
                 if (n >= 4) {
                     n = 4;
-                    String y = number(p.year);
+                    String y = formatInteger(p.year);
                     if (y.size() < 4) y.insert(0, 4 - y.size(), u'0');
                     out += y;
                 } else if (n >= 2) {
                     n = 2;
                     out += twoDigits(p.year % 100);
                 } else {
-                    out += number(p.dayOfYear);
+                    out += formatInteger(p.dayOfYear);
                 }
                 afterHour = false;
                 break;
@@ -510,28 +499,28 @@ String renderDate(StringView s, double date, int32_t firstDay, int32_t firstWeek
                 n = std::min<size_t>(run(u'h'), 2);
                 int h = p.hour;
                 if (twelve) h = h % 12 == 0 ? 12 : h % 12;
-                out += n == 1 ? number(h) : twoDigits(h);
+                out += n == 1 ? formatInteger(h) : twoDigits(h);
                 afterHour = true;
                 break;
             }
             case u'n':
                 n = std::min<size_t>(run(u'n'), 2);
-                out += n == 1 ? number(p.minute) : twoDigits(p.minute);
+                out += n == 1 ? formatInteger(p.minute) : twoDigits(p.minute);
                 afterHour = false;
                 break;
             case u's':
                 n = std::min<size_t>(run(u's'), 2);
-                out += n == 1 ? number(p.second) : twoDigits(p.second);
+                out += n == 1 ? formatInteger(p.second) : twoDigits(p.second);
                 afterHour = false;
                 break;
             case u'w':
                 n = std::min<size_t>(run(u'w'), 2);
-                out += n == 1 ? number(weekday(date, firstDay)) : number(weekOfYear(date, firstDay, firstWeek));
+                out += n == 1 ? formatInteger(weekday(date, firstDay)) : formatInteger(weekOfYear(date, firstDay, firstWeek));
                 afterHour = false;
                 break;
             case u'q':
                 n = 1;
-                out += number((p.month - 1) / 3 + 1);
+                out += formatInteger((p.month - 1) / 3 + 1);
                 afterHour = false;
                 break;
             case u'c':

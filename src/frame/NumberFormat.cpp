@@ -148,6 +148,29 @@ std::u16string formatSingle(float v) {
     return s;
 }
 
+void appendInteger(std::u16string& out, int64_t v) {
+    char16_t buf[24];
+    char16_t* const end = buf + 24;
+    char16_t* p = end;
+    uint64_t u = v < 0 ? 0 - static_cast<uint64_t>(v) : static_cast<uint64_t>(v);
+    do {
+        *--p = static_cast<char16_t>(u'0' + u % 10);
+        u /= 10;
+    } while (u != 0);
+    if (v < 0) *--p = u'-';
+    out.append(p, end);
+}
+
+std::u16string formatInteger(int64_t v) {
+    std::u16string s;
+    appendInteger(s, v);
+    return s;
+}
+
+std::u16string twoDigits(int n) {
+    return {static_cast<char16_t>(u'0' + n / 10 % 10), static_cast<char16_t>(u'0' + n % 10)};
+}
+
 std::u16string formatCurrency(int64_t tenThousandths) {
     std::u16string s;
     appendCurrency(s, tenThousandths);

@@ -28,6 +28,12 @@ namespace qvt {
 inline constexpr size_t kRealTextMax = 32;
 size_t formatRealAscii(char* buf, double v, int significantDigits) noexcept;
 
+// Decimal digits of an integer, '-' first when negative.
+void appendInteger(std::u16string& out, int64_t v);
+std::u16string formatInteger(int64_t v);
+// The last two decimal digits of a non-negative n, zero-padded ("07").
+std::u16string twoDigits(int n);
+
 std::u16string formatDouble(double v);
 std::u16string formatSingle(float v);
 std::u16string formatCurrency(int64_t tenThousandths);

@@ -5,6 +5,7 @@
 
 #include "frame/Conversions.h"
 #include "frame/Locale.h"
+#include "frame/NumberFormat.h"
 
 namespace qvt {
 
@@ -177,16 +178,8 @@ String radixText(const Variant& v, unsigned shift) { return radixDigits(radixOpe
 
 // An integer as Str$ prints it: the sign position holds a blank or '-'.
 void appendSignedInteger(String& out, int64_t v) {
-    char16_t buf[24];
-    char16_t* end = buf + 24;
-    char16_t* p = end;
-    uint64_t u = v < 0 ? 0 - static_cast<uint64_t>(v) : static_cast<uint64_t>(v);
-    do {
-        *--p = static_cast<char16_t>(u'0' + u % 10);
-        u /= 10;
-    } while (u != 0);
-    out.push_back(v < 0 ? u'-' : u' ');
-    out.append(p, end);
+    if (v >= 0) out.push_back(u' ');
+    appendInteger(out, v);
 }
 
 }  // namespace

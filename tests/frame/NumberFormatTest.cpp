@@ -74,6 +74,17 @@ TEST(NumberFormat, AppendsInPlaceWithTheGivenPoint) {
     EXPECT_EQ(s, u"x=0,5-1,52.25");
 }
 
+TEST(NumberFormat, IntegersAndTwoDigitFields) {
+    EXPECT_EQ(narrow(formatInteger(0)), "0");
+    EXPECT_EQ(narrow(formatInteger(-32768)), "-32768");
+    EXPECT_EQ(narrow(formatInteger(INT64_MIN)), "-9223372036854775808");
+    std::u16string s = u"x";
+    appendInteger(s, 255);
+    EXPECT_EQ(narrow(s), "x255");
+    EXPECT_EQ(narrow(twoDigits(7)), "07");
+    EXPECT_EQ(narrow(twoDigits(2024)), "24");
+}
+
 TEST(NumberFormat, CurrencyIsExact) {
     EXPECT_EQ(narrow(formatCurrency(15000)), "1.5");
     EXPECT_EQ(narrow(formatCurrency(25000)), "2.5");
