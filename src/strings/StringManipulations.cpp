@@ -531,17 +531,18 @@ bool StringManipulations::SplitStrings(Variant& rOddPosChars, Variant& rEvenPosC
 }
 
 Variant StringManipulations::MergeStrings(Variant vOddPosChars, Variant vEvenPosChars) const {
-    return fixUpFrame(text(vOddPosChars) && text(vEvenPosChars), [&] {
-        const String& odd = vOddPosChars.asString();
-        const String& even = vEvenPosChars.asString();
-        String r;
-        r.reserve(odd.size() + even.size());
-        for (size_t i = 0; i < std::max(odd.size(), even.size()); ++i) {
-            if (i < odd.size()) r.push_back(odd[i]);
-            if (i < even.size()) r.push_back(even[i]);
-        }
-        return Variant(std::move(r));
-    });
+    return fixUpFrame(text(vOddPosChars) && text(vEvenPosChars),
+                      [&] { return Variant(mergeAlternately(vOddPosChars.asString(), vEvenPosChars.asString())); });
+}
+
+String mergeAlternately(StringView odd, StringView even) {
+    String r;
+    r.reserve(odd.size() + even.size());
+    for (size_t i = 0; i < odd.size() || i < even.size(); ++i) {
+        if (i < odd.size()) r.push_back(odd[i]);
+        if (i < even.size()) r.push_back(even[i]);
+    }
+    return r;
 }
 
 Variant StringManipulations::StringPastMinLength(Variant vStringOne, Variant vStringTwo) const {

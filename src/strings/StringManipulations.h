@@ -112,4 +112,8 @@ StringManipulations& stringManipulations() noexcept;
 // length of 0 or less); the typed core of RepeatStringToLength.
 String repeatToLength(StringView unit, int64_t length);
 
+// Odd positions from `odd`, even ones from `even`; the rest of the longer
+// text follows. The typed core of MergeStrings.
+String mergeAlternately(StringView odd, StringView even);
+
 }  // namespace qvt

@@ -8,7 +8,9 @@
 #include "frame/Frame.h"
 #include "frame/Locale.h"
 #include "frame/Strings.h"
+#include "numerics/MathReals.h"
 #include "strings/CharacterTypes.h"
+#include "strings/StringManipulations.h"
 #include "strings/StringSearches.h"
 
 namespace qvt {
@@ -37,18 +39,6 @@ int32_t baseXValue(StringView s, int base) {
     return total;
 }
 
-// Odd positions from the first text, even ones from the second; the rest of
-// the longer text follows.
-String mergeAlternately(StringView odd, StringView even) {
-    String r;
-    r.reserve(odd.size() + even.size());
-    for (size_t i = 0; i < odd.size() || i < even.size(); ++i) {
-        if (i < odd.size()) r.push_back(odd[i]);
-        if (i < even.size()) r.push_back(even[i]);
-    }
-    return r;
-}
-
 // Steps the last digit up, carrying leftward; `next` gives the digit after
 // a character, or nothing when the character is the highest digit.
 template <class Next>
@@ -63,8 +53,6 @@ String increment(String s, char16_t lowest, char16_t one, Next next) {
     }
     return String(1, one) + s;
 }
-
-double modStd(double x, double y) { return x - y * std::trunc(x / y); }
 
 }  // namespace
 

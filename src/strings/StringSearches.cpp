@@ -387,30 +387,16 @@ Variant StringSearches::GetPossiblyQuotedField(Variant& rLine, Variant vQuoteStr
     String& line = rLine.stringForWrite();
     const int32_t compare = fixCompare(vCompare);
     const StringView quote = vQuoteString.asString(), sep = vFieldSeparator.asString();
-    const int64_t n = Len(line), lq = Len(quote), ls = Len(sep);
+    const int64_t lq = Len(quote), ls = Len(sep);
 
     if (lq == 0 || StrComp(StringView(line).substr(0, size_t(lq)), quote, compare) != 0) {
-        String field;
-        const int32_t p = ls > 0 ? InStr(1, line, sep, compare) : 0;
-        if (p > 0) {
-            field = line.substr(0, size_t(p - 1));
-            keepFrom(line, size_t(p - 1 + ls));
-        } else {
-            field = std::move(line);
-            line.clear();
-        }
-        Variant v = text(std::move(field));
+        Variant v = text(GetTokenFast(line, sep, compare));
         if (IsNumeric(v)) return Variant(CDbl(v));
         if (IsDate(v)) return CDate(v);
         return v;
     }
 
-    int64_t close = 0;
-    for (int64_t i = lq + 1; i <= n - lq + 1; ++i)
-        if (StrComp(mid(line, i, size_t(lq)), quote, compare) == 0) {
-            close = i;
-            break;
-        }
+    const int32_t close = InStr(lq + 1, line, quote, compare);
     if (close == 0) {
         // The opening quote counts as one character here, whatever its length.
         String field = Mid(line, 2);
@@ -419,13 +405,9 @@ Variant StringSearches::GetPossiblyQuotedField(Variant& rLine, Variant vQuoteStr
     }
     String field = line.substr(size_t(lq), size_t(close - lq - 1));
     // Whatever follows the closing quote up to the separator is dropped.
-    if (ls > 0)
-        for (int64_t j = close + 1; j <= n - ls + 1; ++j)
-            if (StrComp(mid(line, j, size_t(ls)), sep, compare) == 0) {
-                keepFrom(line, size_t(j - 1 + ls));
-                return text(std::move(field));
-            }
-    line.clear();
+    const int32_t next = ls > 0 ? InStr(int64_t(close) + 1, line, sep, compare) : 0;
+    if (next > 0) keepFrom(line, size_t(next - 1 + ls));
+    else line.clear();
     return text(std::move(field));
 }
 

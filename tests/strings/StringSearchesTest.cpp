@@ -164,6 +164,10 @@ TEST(GetPossiblyQuotedField, LongQuotesAndTextCompare) {
     Variant line = S(u"QQa;bqqjunk;rest");
     EXPECT_EQ(str(ss().GetPossiblyQuotedField(line, S(u"qq"), S(u";"), L(kText))), u"a;b");
     EXPECT_EQ(str(line), u"rest");
+    // Closed with no separator after it: the rest of the line goes too.
+    line = S(u"qqabqqtail");
+    EXPECT_EQ(str(ss().GetPossiblyQuotedField(line, S(u"qq"), S(u";"), kMissing)), u"ab");
+    EXPECT_EQ(str(line), u"");
     // Unclosed: everything after the first unit, whatever the quote's length.
     line = S(u"qqabc");
     EXPECT_EQ(str(ss().GetPossiblyQuotedField(line, S(u"qq"), kMissing, kMissing)), u"qabc");
