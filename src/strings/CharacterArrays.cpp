@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <unordered_map>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "frame/FixUps.h"
 #include "frame/Frame.h"
 #include "frame/Locale.h"
+#include "strings/CharacterSet.h"
 #include "strings/CharacterTypes.h"
 #include "strings/Segments.h"
 #include "structures/ArraySorts.h"
@@ -148,13 +150,10 @@ Variant CharacterArrays::keepOrStrip(Variant& vString, Variant& vCharacters, Var
     const FixUps& f = fixUps();
     return fixUpFrame(f.FixUpVariantToStringFn(vString) && f.FixUpVariantToStringFn(vCharacters), [&] {
         f.FixUpVariantCompare(vCompare);
-        const bool text = segments::isTextCompare(vCompare.asLong());
-        auto key = [text](char16_t c) { return text ? textCompareKey(c) : c; };
-        std::vector<bool> inSet(0x10000, false);
-        for (char16_t c : vCharacters.asString()) inSet[key(c)] = true;
+        const CharacterSet set(vCharacters.asString(), vCompare.asLong());
         String r;
         for (char16_t c : vString.asString())
-            if (inSet[key(c)] == keep) r.push_back(c);
+            if (set.contains(c) == keep) r.push_back(c);
         return Variant(std::move(r));
     });
 }
@@ -260,7 +259,7 @@ Variant CharacterArrays::SortUsedCharacters(Variant vString, Variant vCompare) c
 
 Variant CharacterArrays::UniqueCharacters(Variant vString) const {
     return onText(vString, [](const String& s) {
-        std::vector<bool> seen(0x10000, false);
+        std::bitset<0x10000> seen;
         String r;
         for (char16_t c : s)
             if (!seen[c]) {

@@ -8,8 +8,6 @@
 
 namespace qvt::segments {
 
-bool isTextCompare(int32_t compare) { return StrComp(u"a", u"A", compare) == 0; }
-
 void shuffle(String& s, size_t width) {
     const size_t n = wholeCount(s, width);
     if (n < 2) return;

@@ -18,9 +18,6 @@ inline size_t wholeCount(StringView s, size_t width) noexcept { return s.size() 
 inline size_t count(StringView s, size_t width) noexcept { return (s.size() + width - 1) / width; }
 inline StringView at(StringView s, size_t width, size_t i) noexcept { return s.substr(i * width, width); }
 
-// True when `compare` ignores case (1 or 2); raises 5 for a mode StrComp
-// refuses.
-bool isTextCompare(int32_t compare);
 
 // Swaps each whole segment with one drawn at random over the whole range.
 void shuffle(String& s, size_t width);

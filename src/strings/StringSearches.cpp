@@ -11,6 +11,7 @@
 #include "frame/Frame.h"
 #include "frame/Locale.h"
 #include "frame/Strings.h"
+#include "strings/CharacterSet.h"
 #include "strings/CharacterTypes.h"
 #include "structures/ArrayConversions.h"
 
@@ -53,51 +54,6 @@ StringView mid(StringView s, int64_t i, size_t n) noexcept {
     return from >= s.size() ? StringView() : s.substr(from, n);
 }
 
-// InStr(1, set, c, compare) <> 0 for the walks, which ask it once per
-// character: the two common modes look the unit up directly, InStr has the
-// last word on any other mode (and raises for an invalid one).
-class SetTest {
-public:
-    // Keys below 256 go into a bitmap, so the usual test is one lookup; a set
-    // with wider keys falls back to scanning it for those.
-    SetTest(StringView set, int32_t compare) noexcept : set_(set), compare_(compare) {
-        if (compare_ != vbBinaryCompare && compare_ != vbTextCompare) return;
-        for (char16_t c : set_) {
-            const char16_t k = key(c);
-            if (k < 256) bits_[k >> 6] |= uint64_t(1) << (k & 63);
-            else wide_ = true;
-        }
-    }
-    bool contains(char16_t c) const {
-        if (compare_ != vbBinaryCompare && compare_ != vbTextCompare)
-            return InStr(1, set_, StringView(&c, 1), compare_) != 0;
-        const char16_t k = key(c);
-        if (k < 256) return (bits_[k >> 6] >> (k & 63)) & 1;
-        return wide_ && std::any_of(set_.begin(), set_.end(), [&](char16_t s) { return key(s) == k; });
-    }
-    // What a position past the end holds is "", which InStr finds in any
-    // non-empty set.
-    bool containsNothing() const { return InStr(1, set_, StringView(), compare_) != 0; }
-
-    // Narrow: binary compare and every key in the bitmap; NarrowText the same
-    // under text compare; General anything else.
-    enum Mode { Narrow, NarrowText, General };
-    Mode mode() const noexcept {
-        if (wide_) return General;
-        return compare_ == vbBinaryCompare ? Narrow : compare_ == vbTextCompare ? NarrowText : General;
-    }
-    // A key of a narrow set: one lookup, true only for keys below 256.
-    bool inBitmap(char16_t k) const noexcept { return k < 256 && ((bits_[k >> 6] >> (k & 63)) & 1); }
-
-private:
-    char16_t key(char16_t c) const noexcept { return compare_ == vbTextCompare ? textCompareKey(c) : c; }
-
-    StringView set_;
-    int32_t compare_;
-    uint64_t bits_[4] = {};
-    bool wide_ = false;
-};
-
 // The walk of the character-set members: the first position from start
 // (upward to the end, or downward to 1) whose membership in the set is
 // `wanted`; 0 when the walk ends.
@@ -114,7 +70,7 @@ int32_t walkPositions(int64_t start, StringView line, bool wanted, bool reverse,
 }
 
 int32_t walkSet(int64_t start, StringView line, StringView set, int32_t compare, bool wanted, bool reverse) {
-    const SetTest in(set, compare);
+    const CharacterSet in(set, compare);
     const int64_t n = Len(line);
     if (!reverse) {
         if (start < 1) raiseError(errInvalidCall);  // Mid with a start below 1
@@ -125,9 +81,9 @@ int32_t walkSet(int64_t start, StringView line, StringView set, int32_t compare,
     }
     // The membership test is chosen once, outside the loop over the line.
     switch (in.mode()) {
-        case SetTest::Narrow:
+        case CharacterSet::Narrow:
             return walkPositions(start, line, wanted, reverse, [&](char16_t c) { return in.inBitmap(c); });
-        case SetTest::NarrowText:
+        case CharacterSet::NarrowText:
             return walkPositions(start, line, wanted, reverse,
                                  [&](char16_t c) { return in.inBitmap(textCompareKey(c)); });
         default:
@@ -557,7 +513,7 @@ Variant StringSearches::CountCharacters(Variant vLine, Variant vFindChars, Varia
         if (set.empty()) return Variant(int32_t(0));
         const int32_t compare = fixCompare(vCompare);
         int32_t count = 0;
-        const SetTest in(set, compare);
+        const CharacterSet in(set, compare);
         for (char16_t c : line) count += in.contains(c);
         return Variant(count);
     });
