@@ -8,6 +8,7 @@
 #include "frame/DateMath.h"
 #include "frame/Frame.h"
 #include "frame/GlobalConstants.h"
+#include "frame/Locale.h"
 #include "frame/Strings.h"
 #include "numerics/MathReals.h"
 #include "numerics/NumericArguments.h"
@@ -57,10 +58,9 @@ constexpr StringView kCompassPoints[] = {u"NESW", u"N NEE SES SWW NW",
 // A digit 0-9 counts its value, an upper-case letter its code minus 55 (A
 // is 10); anything else -1.
 int32_t digitValue(char16_t c) {
-    const Variant ch(StringView(&c, 1));
     const CharacterTypes& types = characterTypes();
-    if (types.IsDigit(ch)) return c - u'0';
-    if (types.IsUpper(ch)) return Asc(StringView(&c, 1)) - 55;
+    if (types.has(c, CharTypeDigit)) return c - u'0';
+    if (types.has(c, CharTypeUpper)) return unicodeToAnsi(c) - 55;
     return -1;
 }
 

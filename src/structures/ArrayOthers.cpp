@@ -10,7 +10,6 @@
 #include "frame/Operators.h"
 #include "frame/Strings.h"
 #include "strings/FormatsJustifies.h"
-#include "strings/StringSearches.h"
 #include "structures/ArrayConversions.h"
 #include "structures/ArrayShapes.h"
 #include "structures/ArraySorts.h"
@@ -67,9 +66,9 @@ Variant ArrayOthers::FormatVariantMatrix(const Variant& vFm, Variant vColumnSepa
     for (size_t r = 0; r < nr; ++r)
         for (size_t c = 0; c < nc; ++c) {
             const Variant& v = vector ? m.elements()[r] : shapes::cell(m, columns.lower + int32_t(c), rows.lower + int32_t(r));
-            const Variant text(textOf(v));
-            cells[r * nc + c] = splitParts(text.asString(), kCrLf, vbBinaryCompare);
-            width[c] = std::max(width[c], CLng(stringSearches().MaxLengthAnyPart(text, Variant(kCrLf), Variant(int32_t(vbBinaryCompare)))));
+            std::vector<String>& lines = cells[r * nc + c];
+            lines = splitParts(textOf(v), kCrLf, vbBinaryCompare);
+            for (const String& line : lines) width[c] = std::max(width[c], int32_t(line.size()));
         }
 
     std::vector<String> codes(nc, String(u"<"));

@@ -99,7 +99,7 @@ Variant SortOrders::SortCharactersIndirect(Variant vSortKeys, Variant vSortData,
         for (size_t p = 0; p < text.size(); ++p) data[p] = text[p];
         int32_t h = 1;
         while (h <= n / 9) h = 3 * h + 1;
-        for (; h > 0; h = CLng(Variant(double(h) / 3.0))) {
+        for (; h > 0; h /= 3) {
             for (int32_t i = h + 1; i <= n; ++i) {
                 const char16_t key = keys[size_t(i - 1)];
                 const int32_t datum = data[size_t(i - 1)];
