@@ -124,7 +124,7 @@ const ClassRegistration kRuntime(kRuntimeClassName, ClassKind::Runtime, nullptr,
     {"StrReverse(Expression: String) -> String", [](Call& c) { return V(StrReverse(str(c[0]))); }},
     {"StrComp(String1: Variant, String2: Variant, [Compare: Long = 0]) -> Variant", [](Call& c) {
         if (c[0].isNull() || c[1].isNull()) return V::null();
-        return V(StrComp(text(c[0]), text(c[1]), lng(c[2]))); }},
+        return V(int16_t(StrComp(text(c[0]), text(c[1]), lng(c[2])))); }},  // an Integer, as Basic's
     {"Asc(String: String) -> Integer", [](Call& c) { return V(int16_t(Asc(str(c[0])))); }},
     {"AscW(String: String) -> Integer", [](Call& c) { return V(int16_t(AscW(str(c[0])))); }},
     {"Chr(CharCode: Long) -> Variant", [](Call& c) { return V(Chr(lng(c[0]))); }},

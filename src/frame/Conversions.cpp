@@ -237,11 +237,8 @@ ErrNo toDate(const Variant& v, double& out) noexcept {
         return 0;
     }
     if (v.vt() == vbString) {
-        const String& s = v.asString();
-        if (parseDate(s, d) != 0) {
-            // A number in text converts as the number would.
-            if (ErrNo e = parseDouble(s, d)) return e;
-        }
+        // Text is read by the date parser alone: "12" is no date, though 12 is.
+        if (parseDate(v.asString(), d) != 0) return errTypeMismatch;
     } else if (ErrNo e = scalarDouble(v, d)) {
         return e;
     }

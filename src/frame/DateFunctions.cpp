@@ -110,8 +110,12 @@ Variant TimeSerial(const Variant& hour, const Variant& minute, const Variant& se
 }
 
 Variant DateValue(const Variant& v) {
-    if (v.isNull()) return Variant::null();
-    const DayAndSecond s = split(dateArg(v));
+    // The argument is a date text: anything but a Date is read as its text,
+    // so a bare number is no date (13) and Null cannot become text (94).
+    double d = 0;
+    if (v.vt() == vbDate) d = v.asDate();
+    else if (parseDate(CStr(v), d) != 0) raiseError(errTypeMismatch);
+    const DayAndSecond s = split(d);
     return Variant::date(static_cast<double>(s.day));
 }
 

@@ -384,13 +384,35 @@ int currencyFromInt64(int64_t v, int64_t& out) noexcept {
 }
 
 int currencyFromDouble(double v, int64_t& out) noexcept {
-    const double p = v * 10000.0;
-    if (!std::isfinite(p)) return kOverflow;
-    double r = std::floor(p);
-    const double frac = p - r;  // exact: below 2^52 p has a fraction, above it none
-    if (frac > 0.5 || (frac == 0.5 && std::fmod(r, 2.0) != 0)) r += 1;
-    if (r >= 9223372036854775808.0 || r < -9223372036854775808.0) return kOverflow;
-    out = static_cast<int64_t>(r);
+    if (!std::isfinite(v)) return kOverflow;
+    if (v == 0) {
+        out = 0;
+        return kOk;
+    }
+    // Scaled exactly: v is m * 2^e with a 53-bit m, so v * 10000 is
+    // m * 10000 * 2^e, rounded once (half even) where e is negative. Scaling
+    // in floating point would lose digits above 2^53 ten-thousandths.
+    int e;
+    const double frac = std::frexp(std::fabs(v), &e);
+    const u128 m = static_cast<u128>(std::ldexp(frac, 53));
+    e -= 53;
+    u128 r = m * 10000u;  // below 2^67
+    if (e >= 0) {
+        if (e > 63) return kOverflow;
+        if (r > (u128(1) << 64) >> e) return kOverflow;
+        r <<= e;
+    } else if (e <= -70) {
+        r = 0;  // below half a ten-thousandth
+    } else {
+        const int sh = -e;
+        const u128 q = r >> sh;
+        const u128 rem = r - (q << sh);
+        const u128 half = u128(1) << (sh - 1);
+        r = q + ((rem > half || (rem == half && (q & 1))) ? 1 : 0);
+    }
+    const bool negative = v < 0;
+    if (r > (negative ? u128(1) << 63 : (u128(1) << 63) - 1)) return kOverflow;
+    out = negative ? static_cast<int64_t>(0 - static_cast<uint64_t>(r)) : static_cast<int64_t>(r);
     return kOk;
 }
 

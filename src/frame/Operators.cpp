@@ -106,9 +106,11 @@ Variant arithmetic(ArithOp op, const Variant& a, const Variant& b) {
 
     Rank ra = ka == Kind::String ? rDouble : rankOf(a.vt());
     Rank rb = kb == Kind::String ? rDouble : rankOf(b.vt());
+    // Empty takes the other operand's type (Empty with Empty is an Integer).
+    if (ka == Kind::Empty) ra = rb;
+    if (kb == Kind::Empty) rb = ra;
     Rank rank = ra > rb ? ra : rb;
     if ((ra == rSingle && rb == rLong) || (ra == rLong && rb == rSingle)) rank = rDouble;
-    if (ka == Kind::Empty && kb == Kind::Empty) rank = rInteger;
 
     switch (rank) {
         case rByte: case rInteger: case rLong: {
@@ -185,8 +187,8 @@ int64_t logic(LogicOp op, int64_t x, int64_t y) noexcept {
 Variant logical(LogicOp op, const Variant& a, const Variant& b) {
     bool na = a.isNull(), nb = b.isNull();
     if (na || nb) {
-        // Null is unknown: the result is known only where every value of the
-        // unknown side gives the same bits.
+        // Null is unknown: the result is known where every value of the
+        // unknown side gives the same bits (And 0, Imp), and for Or.
         if (na && nb) return Variant::null();
         const Variant& known = na ? b : a;
         if (known.isArray() || kindOf(known) == Kind::Bad) raiseError(errTypeMismatch);
@@ -198,7 +200,9 @@ Variant logical(LogicOp op, const Variant& a, const Variant& b) {
         };
         switch (op) {
             case LogicOp::And: if (k.value == 0) return typed(0); break;
-            case LogicOp::Or: if (k.value == -1 || (k.rank == rByte && k.value == 255)) return typed(k.value); break;
+            // Null Or a non-zero value gives that value, as Basic does, not
+            // only where every bit is set.
+            case LogicOp::Or: if (k.value != 0) return typed(k.value); break;
             case LogicOp::Imp:
                 if (na && (k.value == -1 || (k.rank == rByte && k.value == 255))) return typed(k.value);
                 if (nb && k.value == 0) return typed(-1);
@@ -224,9 +228,11 @@ int compareNumbers(const Variant& a, const Variant& b) {
     VarType ta = a.vt(), tb = b.vt();
     if (ta == vbDecimal || tb == vbDecimal) {
         Decimal x, y;
-        check(toDecimal(a, x));
-        check(toDecimal(b, y));
-        return decimalCompare(x, y);
+        const ErrNo ex = toDecimal(a, x), ey = toDecimal(b, y);
+        if (ex == 0 && ey == 0) return decimalCompare(x, y);
+        // A floating value beyond the Decimal range still compares: as
+        // Doubles, which are exact enough at that distance.
+        if ((ex && ex != errOverflow) || (ey && ey != errOverflow)) raiseError(ex ? ex : ey);
     }
     if (ta == vbCurrency || tb == vbCurrency) {
         bool exact = (ta == vbCurrency || rankOf(ta) <= rLong) && (tb == vbCurrency || rankOf(tb) <= rLong);
@@ -269,7 +275,7 @@ Variant opDiv(const Variant& a, const Variant& b) {
     double r = checkedDouble(x / y);
     auto singleSide = [](const Variant& v) {
         VarType t = v.vt();
-        return t == vbSingle || t == vbByte || t == vbInteger || t == vbBoolean;
+        return t == vbSingle || t == vbByte || t == vbInteger || t == vbBoolean || t == vbEmpty;
     };
     if ((a.vt() == vbSingle || b.vt() == vbSingle) && singleSide(a) && singleSide(b)) {
         float f;

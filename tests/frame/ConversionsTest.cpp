@@ -109,6 +109,15 @@ TEST(Conversions, IsNumericAndIsDate) {
 TEST(Conversions, DatesAndDecimals) {
     EXPECT_DOUBLE_EQ(CDate(S(u"1/2/2000")).asDate(), 36527);
     EXPECT_DOUBLE_EQ(CDate(Variant()).asDate(), 0);
+    // Text goes through the date parser only; a number is a day count.
+    EXPECT_EQ(errorOf([] { CDate(S(u"0")); }), errTypeMismatch);
+    EXPECT_EQ(errorOf([] { CDate(S(u"12")); }), errTypeMismatch);
+    EXPECT_DOUBLE_EQ(CDate(Variant(int16_t(12))).asDate(), 12);
+    EXPECT_DOUBLE_EQ(CDate(S(u" 12:00 ")).asDate(), 0.5);
+    // Currency from a Double is rounded once, from the Double's exact value.
+    EXPECT_EQ(CCur(Variant(-922337203685476.0)).asCurrency(), -9223372036854760000);
+    EXPECT_EQ(CCur(Variant(922337203685477.0)).asCurrency(), 9223372036854770000);
+    EXPECT_EQ(errorOf([] { CCur(Variant(922337203685478.0)); }), errOverflow);
     EXPECT_DOUBLE_EQ(CDbl(Variant::date(36527.25)), 36527.25);
     Variant d = CDec(S(u"79228162514264337593543950335"));
     EXPECT_EQ(d.vt(), vbDecimal);

@@ -41,6 +41,10 @@ TEST(DateFunctions, PartsAcceptDatesNumbersAndDateText) {
     EXPECT_EQ(dateOf(DateValue(S(u"1/2/2000 13:45"))), 36527);
     EXPECT_NEAR(dateOf(TimeValue(t)), 0.5729861111, 1e-9);
     EXPECT_EQ(dateOf(DateValue(Variant::date(-1.25))), -1);
+    // DateValue reads a date text: a bare number is none, Null cannot be one.
+    EXPECT_EQ(errorOf([] { DateValue(Variant(int16_t(12))); }), errTypeMismatch);
+    EXPECT_EQ(errorOf([] { DateValue(S(u"12")); }), errTypeMismatch);
+    EXPECT_EQ(errorOf([] { DateValue(Variant::null()); }), errInvalidUseOfNull);
 }
 
 TEST(DateFunctions, DateAddClampsToTheMonthEnd) {

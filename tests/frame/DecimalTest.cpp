@@ -133,7 +133,20 @@ TEST(Currency, ConversionsRoundHalfEven) {
     int64_t cy = 0;
     EXPECT_EQ(currencyFromDouble(2.5, cy), 0);
     EXPECT_EQ(cy, 25000);
+    // Exact halves of a ten-thousandth go to the even neighbour...
+    EXPECT_EQ(currencyFromDouble(0.03125, cy), 0);
+    EXPECT_EQ(cy, 312);
+    EXPECT_EQ(currencyFromDouble(-0.09375, cy), 0);
+    EXPECT_EQ(cy, -938);
+    // ...while the Double nearest -0.00005 lies just beyond the half.
     EXPECT_EQ(currencyFromDouble(-0.00005, cy), 0);
+    EXPECT_EQ(cy, -1);
+    // Scaled without loss above 2^53 ten-thousandths.
+    EXPECT_EQ(currencyFromDouble(-922337203685476.0, cy), 0);
+    EXPECT_EQ(cy, -9223372036854760000);
+    EXPECT_EQ(currencyFromDouble(123456789012.3457, cy), 0);
+    EXPECT_EQ(cy, 1234567890123457);
+    EXPECT_EQ(currencyFromDouble(4.9e-324, cy), 0);
     EXPECT_EQ(cy, 0);
     EXPECT_EQ(currencyFromDouble(922337203685477.0, cy), 0);
     EXPECT_EQ(currencyFromDouble(1e15, cy), 6);

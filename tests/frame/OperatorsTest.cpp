@@ -28,6 +28,14 @@ TEST(Arithmetic, ResultTypeFollowsTheMoreCapableOperand) {
     EXPECT_EQ(opAdd(Variant(true), Variant(true)).asInteger(), -2);
     EXPECT_EQ(opAdd(Variant(), Variant()).vt(), vbInteger);
     EXPECT_EQ(opAdd(Variant(), L(4)).vt(), vbLong);
+    // Empty takes the other operand's type, down to Byte and Single.
+    const Variant b5 = opAdd(Variant(uint8_t(5)), Variant());
+    EXPECT_EQ(b5.vt(), vbByte);
+    EXPECT_EQ(b5.asByte(), 5);
+    EXPECT_EQ(opMul(Variant(), Variant(uint8_t(3))).vt(), vbByte);
+    EXPECT_EQ(opSub(Variant(), Variant(uint8_t(3))).asInteger(), -3);  // a Byte result overflowing
+    EXPECT_EQ(opAdd(Variant(), Variant(1.5f)).vt(), vbSingle);
+    EXPECT_EQ(opMul(Variant(), S(u"2")).vt(), vbDouble);
     Variant numText = opAdd(S(u"2"), I(3));
     EXPECT_EQ(numText.vt(), vbDouble);
     EXPECT_EQ(numText.asDouble(), 5);
@@ -49,6 +57,8 @@ TEST(Arithmetic, OverflowPromotesOrRaises) {
 }
 
 TEST(Arithmetic, DivisionTraps) {
+    EXPECT_EQ(opDiv(Variant(), Variant(2.0f)).vt(), vbSingle);  // Empty counts as an Integer
+    EXPECT_EQ(opDiv(Variant(), L(2)).vt(), vbDouble);
     EXPECT_EQ(errorOf([] { opDiv(I(1), I(0)); }), errDivisionByZero);
     EXPECT_EQ(errorOf([] { opDiv(I(0), I(0)); }), errOverflow);
     EXPECT_EQ(errorOf([] { opIntDiv(I(1), I(0)); }), errDivisionByZero);
@@ -108,6 +118,24 @@ TEST(Logic, BitwiseOnIntegersLogicalOnBooleans) {
     EXPECT_FALSE(opEqv(Variant(true), Variant(false)).asBoolean());
 }
 
+TEST(Logic, NullOrAKnownValue) {
+    // Or with a non-zero value gives that value in its own type; with zero
+    // the result stays unknown.
+    const Variant one = opOr(Variant::null(), I(1));
+    EXPECT_EQ(one.vt(), vbInteger);
+    EXPECT_EQ(one.asInteger(), 1);
+    EXPECT_EQ(opOr(L(6), Variant::null()).asLong(), 6);
+    EXPECT_EQ(opOr(Variant::null(), Variant(uint8_t(4))).vt(), vbByte);
+    EXPECT_TRUE(opOr(Variant::null(), Variant(true)).asBoolean());
+    EXPECT_TRUE(opOr(Variant::null(), I(0)).isNull());
+    EXPECT_TRUE(opOr(Variant::null(), Variant(false)).isNull());
+    EXPECT_TRUE(opOr(Variant::null(), Variant::null()).isNull());
+    // And is known only for zero, Xor never.
+    EXPECT_EQ(opAnd(Variant::null(), I(0)).asInteger(), 0);
+    EXPECT_TRUE(opAnd(Variant::null(), I(1)).isNull());
+    EXPECT_TRUE(opXor(Variant::null(), I(1)).isNull());
+}
+
 TEST(Comparison, MixedTypesAndModes) {
     bool isNull = false;
     EXPECT_EQ(compareVariants(I(1), D(1.0), vbBinaryCompare, &isNull), 0);
@@ -127,6 +155,12 @@ TEST(Comparison, MixedTypesAndModes) {
               1);
     EXPECT_EQ(errorOf([&] { compareVariants(Variant::vector({}), I(1), vbBinaryCompare, &isNull); }),
               errTypeMismatch);
+    // A Decimal against a Double beyond the Decimal range still compares.
+    const Variant maxDec = CDec(S(u"79228162514264337593543950335"));
+    EXPECT_EQ(compareVariants(maxDec, D(1.7976931348623157e308), vbBinaryCompare, &isNull), -1);
+    EXPECT_EQ(compareVariants(D(-1e300), maxDec, vbBinaryCompare, &isNull), -1);
+    EXPECT_EQ(compareVariants(maxDec, D(1e20), vbBinaryCompare, &isNull), 1);
+    EXPECT_EQ(compareVariants(CDec(S(u"0.1")), D(0.1), vbBinaryCompare, &isNull), 0);
 }
 
 TEST(Mathematics, KeepTypesAndRoundHalfEven) {
