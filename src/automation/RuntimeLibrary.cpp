@@ -65,7 +65,8 @@ public:
     std::u16string_view className() const noexcept override { return u"ErrObject"; }
 };
 
-const ClassRegistration kErrObject(u"ErrObject", ClassKind::Noncreatable, nullptr, {
+const ClassRegistration kErrObject(u"ErrObject", ClassKind::Noncreatable, nullptr,
+    u"The number, description and source of the last run-time error.", {
     {"Property Get Number -> Long", [](Call&) { return V(int32_t(Err().Number)); }},
     {"Property Let Number(Value: Long)", [](Call& c) {
         Err().Number = lng(c[0]);
@@ -83,7 +84,8 @@ const ClassRegistration kErrObject(u"ErrObject", ClassKind::Noncreatable, nullpt
         Err().Raise(lng(c[0]), std::move(source), std::move(description)); }},
 });
 
-const ClassRegistration kRuntime(kRuntimeClassName, ClassKind::Runtime, nullptr, {
+const ClassRegistration kRuntime(kRuntimeClassName, ClassKind::Runtime, nullptr,
+    u"The Basic runtime: string, number, date and file operations, callable by name alone.", {
     // Strings
     {"Len(Expression: Variant) -> Variant", [](Call& c) { return Len(c[0]); }},
     {"Mid(String: Variant, Start: Long, [Length: Variant]) -> Variant", [](Call& c) {

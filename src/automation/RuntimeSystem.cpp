@@ -120,7 +120,8 @@ public:
     std::u16string_view className() const noexcept override { return u"ClipboardObject"; }
 };
 
-const ClassRegistration kClipboard(u"ClipboardObject", ClassKind::Noncreatable, nullptr, {
+const ClassRegistration kClipboard(u"ClipboardObject", ClassKind::Noncreatable, nullptr,
+    u"The host's clipboard, as text.", {
     {"GetText([Format: Variant]) -> String", [](Call&) { return V(host().clipboardGetText()); }},
     {"SetText(Str: String, [Format: Variant])", [](Call& c) { host().clipboardSetText(str(c[0])); return V(); }},
     {"Clear()", [](Call&) { host().clipboardClear(); return V(); }},

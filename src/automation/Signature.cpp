@@ -295,6 +295,27 @@ static String literalText(const Variant& v) {
     return widen(s);
 }
 
+String ParamInfo::typeDisplay(bool last) const {
+    // A plain array in the last place is written T() so that it does not
+    // read as a parameter array.
+    return isArray && !paramArray && last && byRef && type == vbVariant ? typeText(type, false) + u"()"
+                                                                       : typeText(type, isArray);
+}
+
+String ParamInfo::defaultDisplay() const { return hasDefault ? literalText(defaultValue) : String(); }
+
+String ParamInfo::display(bool last) const {
+    String out;
+    if (optional) out += u'[';
+    if (byRef) out += u"ref ";
+    out += name + u": " + typeDisplay(last);
+    if (hasDefault) out += u" = " + defaultDisplay();
+    if (optional) out += u']';
+    return out;
+}
+
+String MemberInfo::resultDisplay() const { return hasResult ? typeText(resultType, resultIsArray) : String(); }
+
 String MemberInfo::display() const {
     String out;
     switch (kind) {
@@ -307,20 +328,12 @@ String MemberInfo::display() const {
     if (!params.empty() || kind == MemberKind::Method) {
         out += u'(';
         for (size_t i = 0; i < params.size(); ++i) {
-            const ParamInfo& p = params[i];
             if (i) out += u", ";
-            if (p.optional) out += u'[';
-            if (p.byRef) out += u"ref ";
-            out += p.name + u": ";
-            out += p.isArray && !p.paramArray && i + 1 == params.size() && p.byRef && p.type == vbVariant
-                       ? typeText(p.type, false) + u"()"
-                       : typeText(p.type, p.isArray);
-            if (p.hasDefault) out += u" = " + literalText(p.defaultValue);
-            if (p.optional) out += u']';
+            out += params[i].display(i + 1 == params.size());
         }
         out += u')';
     }
-    if (hasResult) out += u" -> " + typeText(resultType, resultIsArray);
+    if (hasResult) out += u" -> " + resultDisplay();
     return out;
 }
 

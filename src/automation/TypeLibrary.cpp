@@ -106,6 +106,11 @@ ClassRegistration::ClassRegistration(const char16_t* name, ClassKind kind, Facto
     pendingRegistrations().push_back(ClassDef{name, kind, factory, std::vector<MemberDef>(members)});
 }
 
+ClassRegistration::ClassRegistration(const char16_t* name, ClassKind kind, Factory factory, const char16_t* help,
+                                     std::initializer_list<MemberDef> members) {
+    pendingRegistrations().push_back(ClassDef{name, kind, factory, std::vector<MemberDef>(members), help});
+}
+
 TypeLibrary& TypeLibrary::global() {
     static TypeLibrary* lib = [] {
         auto fresh = std::make_unique<TypeLibrary>();
@@ -125,6 +130,7 @@ ClassInfo& TypeLibrary::classFor(const ClassDef& def) {
         if (def.factory && existing.factory && existing.factory != def.factory)
             throw SignatureError("class " + narrow(def.name) + " registered with two factories");
         if (def.factory) existing.factory = def.factory;
+        if (def.help && existing.help.empty()) existing.help = def.help;
         return existing;
     }
     if (def.kind == ClassKind::Runtime && runtime_)
@@ -134,6 +140,7 @@ ClassInfo& TypeLibrary::classFor(const ClassDef& def) {
     auto cls = std::make_unique<ClassInfo>();
     cls->name = def.name;
     cls->kind = def.kind;
+    if (def.help) cls->help = def.help;
     cls->factory = def.factory;
     ClassInfo* raw = cls.get();
     classes_.push_back(std::move(cls));

@@ -6,7 +6,7 @@
 // member written in the notation of the member tables:
 //
 //   static const qvt::ClassRegistration kStack(u"Stack", qvt::ClassKind::Creatable,
-//       qvt::makeObject<Stack>, {
+//       qvt::makeObject<Stack>, u"A last-in, first-out stack of values.", {
 //     {"Push(vValue: Variant)", [](qvt::Call& c) { c.self<Stack>().Push(c[0]); return qvt::Variant(); }},
 //     {"Property Get Count -> Long", [](qvt::Call& c) { return qvt::Variant(c.self<Stack>().Count()); }},
 //   });
@@ -78,6 +78,11 @@ struct ParamInfo {
     // What an omitted optional receives: the declared default, else the zero
     // value of a typed parameter, else Missing.
     Variant defaultValue;
+
+    // The parameter in the signature notation; `last` when it ends the list.
+    String display(bool last) const;
+    String typeDisplay(bool last) const;  // "Long", "array of Variant", "Variant()"
+    String defaultDisplay() const;        // the declared default as written, or 
 };
 
 struct MemberInfo {
@@ -95,6 +100,7 @@ struct MemberInfo {
 
     // The member as the object browser shows it, in the signature notation.
     String display() const;
+    String resultDisplay() const;  // the result type as written, or ""
     // "Class.Member", for error sources.
     String qualifiedName() const;
 };
@@ -109,6 +115,7 @@ struct MemberSlot {
 struct ClassInfo {
     String name;
     ClassKind kind = ClassKind::Global;
+    String help;  // one line for an object browser; may be empty
     Factory factory = nullptr;
     std::vector<std::unique_ptr<MemberInfo>> members;  // in registration order
 
@@ -192,6 +199,7 @@ struct ClassDef {
     ClassKind kind;
     Factory factory;
     std::vector<MemberDef> members;
+    const char16_t* help = nullptr;
 };
 
 class TypeLibrary {
@@ -257,6 +265,9 @@ private:
 class ClassRegistration {
 public:
     ClassRegistration(const char16_t* name, ClassKind kind, Factory factory, std::initializer_list<MemberDef> members);
+    // The same, with the class's help line.
+    ClassRegistration(const char16_t* name, ClassKind kind, Factory factory, const char16_t* help,
+                      std::initializer_list<MemberDef> members);
 };
 
 // Parses one signature (exposed for tests and --list).

@@ -21,7 +21,8 @@ Checksums& checksums() noexcept { return globalInstance<Checksums>(); }
 
 namespace {
 
-const ClassRegistration kChecksums(u"Checksums", ClassKind::Global, globalFactory<Checksums>, {
+const ClassRegistration kChecksums(u"Checksums", ClassKind::Global, globalFactory<Checksums>,
+    u"Check values of text.", {
     {"Checksum8(vValue: Variant) -> Variant", [](Call& c) { return c.self<Checksums>().Checksum8(c[0]); }},
 });
 

@@ -185,7 +185,8 @@ namespace {
 using V = Variant;
 CoerceMake& cm(Call& c) { return c.self<CoerceMake>(); }
 
-const ClassRegistration kCoerceMake(u"CoerceMake", ClassKind::Global, globalFactory<CoerceMake>, {
+const ClassRegistration kCoerceMake(u"CoerceMake", ClassKind::Global, globalFactory<CoerceMake>,
+    u"The memory image of a value as a short string, and back.", {
     {"CoerceToBoolean(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToBoolean(c[0]); }},
     {"CoerceToByte(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToByte(c[0]); }},
     {"CoerceToCurrency(vString: Variant) -> Variant", [](Call& c) { return cm(c).CoerceToCurrency(c[0]); }},

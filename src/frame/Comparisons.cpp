@@ -315,7 +315,8 @@ namespace {
 using V = Variant;
 Comparisons& cp(Call& c) { return c.self<Comparisons>(); }
 
-const ClassRegistration kComparisons(u"Comparisons", ClassKind::Global, globalFactory<Comparisons>, {
+const ClassRegistration kComparisons(u"Comparisons", ClassKind::Global, globalFactory<Comparisons>,
+    u"Orders and tests values of mixed types.", {
     {"CanBeBoolean(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeBoolean(c[0])); }},
     {"CanBeByte(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeByte(c[0])); }},
     {"CanBeCurrency(vValue: Variant) -> Boolean", [](Call& c) { return V(cp(c).CanBeCurrency(c[0])); }},

@@ -335,7 +335,8 @@ namespace {
 using V = Variant;
 ConvertValues& cv(Call& c) { return c.self<ConvertValues>(); }
 
-const ClassRegistration kConvertValues(u"ConvertValues", ClassKind::Global, globalFactory<ConvertValues>, {
+const ClassRegistration kConvertValues(u"ConvertValues", ClassKind::Global, globalFactory<ConvertValues>,
+    u"Conversions that cannot fail, substitutes for special values, and values as text.", {
     {"Property Get EmptyValue -> Variant", [](Call& c) { return cv(c).EmptyValue(); }},
     {"Property Get NullValue -> Variant", [](Call& c) { return cv(c).NullValue(); }},
     {"BlankToNull(vValue: Variant) -> Variant", [](Call& c) { return cv(c).BlankToNull(c[0]); }},

@@ -285,7 +285,8 @@ namespace {
 using V = Variant;
 FixUps& fx(Call& c) { return c.self<FixUps>(); }
 
-const ClassRegistration kFixUps(u"FixUps", ClassKind::Global, globalFactory<FixUps>, {
+const ClassRegistration kFixUps(u"FixUps", ClassKind::Global, globalFactory<FixUps>,
+    u"The argument conversions every member uses: a value made usable, or a failure reported.", {
     {"ArgumentsToVariant(ref vArgs: array of Variant) -> Variant", [](Call& c) {
         return c[0].isArray() ? fx(c).ArgumentsToVariant(c[0].asArray().elements()) : fx(c).ArgumentsToVariant({}); }},
     {"ComplexStringToReals(ref rReal: Variant, ref rImag: Variant, vValue: Variant, [vSupportStringDates: Variant]) -> Boolean",

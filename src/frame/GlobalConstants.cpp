@@ -14,7 +14,8 @@ namespace {
 using G = GlobalConstants;
 using V = Variant;
 
-const ClassRegistration kGlobalConstants(u"GlobalConstants", ClassKind::Global, globalFactory<GlobalConstants>, {
+const ClassRegistration kGlobalConstants(u"GlobalConstants", ClassKind::Global, globalFactory<GlobalConstants>,
+    u"Widths and limits of the value types.", {
     {"Property Get LengthBoolean -> Byte", [](Call&) { return V(G::LengthBoolean); }},
     {"Property Get LengthInteger -> Byte", [](Call&) { return V(G::LengthInteger); }},
     {"Property Get LengthByte -> Byte", [](Call&) { return V(G::LengthByte); }},

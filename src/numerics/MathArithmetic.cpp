@@ -439,7 +439,8 @@ Variant self1(Call& c, Variant (Self::*f)(Variant) const) { return (c.self<Self>
 Variant self2(Call& c, Variant (Self::*f)(Variant, Variant) const) { return (c.self<Self>().*f)(c[0], c[1]); }
 Variant self3(Call& c, Variant (Self::*f)(Variant, Variant, Variant) const) { return (c.self<Self>().*f)(c[0], c[1], c[2]); }
 
-const ClassRegistration kMathArithmetic(u"MathArithmetic", ClassKind::Global, globalFactory<MathArithmetic>, {
+const ClassRegistration kMathArithmetic(u"MathArithmetic", ClassKind::Global, globalFactory<MathArithmetic>,
+    u"Number theory, continued fractions, fractions, waves and a text plot.", {
     {"ContinuedFraction(vB, vA, vX, [vN]) -> Variant", [](Call& c) { return c.self<Self>().ContinuedFraction(c[0], c[1], c[2], c[3]); }},
     {"FactorNumberToVariantMatrix(ref rFC: array of Variant, vX) -> Boolean", [](Call& c) { return Variant(c.self<Self>().FactorNumberToVariantMatrix(c[0], c[1])); }},
     {"FactorMatrixToExpr(ref vFC: Variant()) -> String", [](Call& c) { return Variant(c.self<Self>().FactorMatrixToExpr(c[0])); }},

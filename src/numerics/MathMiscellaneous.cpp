@@ -310,7 +310,8 @@ using Self = MathMiscellaneous;
 Variant self1(Call& c, Variant (Self::*f)(Variant) const) { return (c.self<Self>().*f)(c[0]); }
 Variant self2(Call& c, Variant (Self::*f)(Variant, Variant) const) { return (c.self<Self>().*f)(c[0], c[1]); }
 
-const ClassRegistration kMathMiscellaneous(u"MathMiscellaneous", ClassKind::Global, globalFactory<MathMiscellaneous>, {
+const ClassRegistration kMathMiscellaneous(u"MathMiscellaneous", ClassKind::Global, globalFactory<MathMiscellaneous>,
+    u"Roman numerals, number bases, Chebyshev polynomials, compass directions and other conversions.", {
     {"ArabicDigitToRoman(vDigit, vPowerOfTen) -> Variant", [](Call& c) { return self2(c, &Self::ArabicDigitToRoman); }},
     {"ArabicToRoman(vValue) -> Variant", [](Call& c) { return self1(c, &Self::ArabicToRoman); }},
     {"RomanToArabic(vRomanNumber) -> Variant", [](Call& c) { return self1(c, &Self::RomanToArabic); }},

@@ -303,7 +303,8 @@ namespace {
 using Self = MathReals;
 Variant self2(Call& c, Variant (Self::*f)(Variant, Variant) const) { return (c.self<Self>().*f)(c[0], c[1]); }
 
-const ClassRegistration kMathReals(u"MathReals", ClassKind::Global, globalFactory<MathReals>, {
+const ClassRegistration kMathReals(u"MathReals", ClassKind::Global, globalFactory<MathReals>,
+    u"Constants, remainders, rounding to a precision, minimum, maximum and percentages.", {
     {"Property Get Deg -> Double", [](Call& c) { return Variant(c.self<Self>().Deg()); }},
     {"Property Get E -> Double", [](Call& c) { return Variant(c.self<Self>().E()); }},
     {"Property Get EulerGamma -> Double", [](Call& c) { return Variant(c.self<Self>().EulerGamma()); }},

@@ -289,7 +289,8 @@ namespace {
     {#name "(" #p0 ": Variant, " p1 ", " p2 ") -> Variant", \
      [](Call& c) { return c.self<CharacterArrays>().name(c[0], c[1], c[2]); }}
 
-const ClassRegistration kCharacterArrays(u"CharacterArrays", ClassKind::Global, globalFactory<CharacterArrays>, {
+const ClassRegistration kCharacterArrays(u"CharacterArrays", ClassKind::Global, globalFactory<CharacterArrays>,
+    u"Treats a text as a set or a histogram of its characters.", {
     {"CharacterCountsToVariantVector(ref rCounts: Variant, vString: Variant) -> Boolean",
      [](Call& c) { return Variant(c.self<CharacterArrays>().CharacterCountsToVariantVector(c[0], c[1])); }},
     QVT_ONE(CharactersNotInString, vString),

@@ -380,7 +380,8 @@ Variant constant(Call&) {
 #define QVT_TABLE(name) \
     {#name "([vColumnSeparator: Variant]) -> Variant", [](Call& c) { return c.self<CharacterTypes>().name(c[0]); }}
 
-const ClassRegistration kCharacterTypes(u"CharacterTypes", ClassKind::Global, globalFactory<CharacterTypes>, {
+const ClassRegistration kCharacterTypes(u"CharacterTypes", ClassKind::Global, globalFactory<CharacterTypes>,
+    u"Classifies characters by table: letters, digits, blanks, punctuation and case, with case mapping and accents.", {
     {"Property Get CType -> Variant", [](Call& c) { return c.self<CharacterTypes>().CType(); }},
     {"Property Let CType(vCType: Variant)", [](Call& c) { c.self<CharacterTypes>().CType(c[0]); return Variant(); }},
     {"CTypeANSI -> String", [](Call& c) { return Variant(c.self<CharacterTypes>().CTypeANSI()); }},

@@ -101,7 +101,8 @@ using V = Variant;
 
 #define QVT_CODE(name) {"Property Get " #name " -> String", [](Call& c) { return V(c.self<FormatsJustifies>().name()); }}
 
-const ClassRegistration kFormatsJustifies(u"FormatsJustifies", ClassKind::Global, globalFactory<FormatsJustifies>, {
+const ClassRegistration kFormatsJustifies(u"FormatsJustifies", ClassKind::Global, globalFactory<FormatsJustifies>,
+    u"Aligns, wraps and fills text in fixed widths.", {
     QVT_CODE(JustifyLeft),
     QVT_CODE(JustifyRight),
     QVT_CODE(JustifyCenter),

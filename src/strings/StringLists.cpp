@@ -114,7 +114,8 @@ namespace {
 #define QVT_MEMBER(signature, name, ...) \
     {signature, [](Call& c) { return Variant(c.self<StringLists>().name(__VA_ARGS__)); }}
 
-const ClassRegistration kStringLists(u"StringLists", ClassKind::Global, globalFactory<StringLists>, {
+const ClassRegistration kStringLists(u"StringLists", ClassKind::Global, globalFactory<StringLists>,
+    u"Keeps a list of fixed-width items inside one string.", {
     QVT_MEMBER("SearchSortedStringSegments(vString: Variant, vFind: Variant, vLength: Variant, [vCompare: Variant]) -> Variant",
                SearchSortedStringSegments, c[0], c[1], c[2], c[3]),
     QVT_MEMBER("SearchStringSegments(vString: Variant, vFind: Variant, vLength: Variant, [vCompare: Variant]) -> Variant",

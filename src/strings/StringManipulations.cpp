@@ -572,7 +572,8 @@ namespace {
 using V = Variant;
 StringManipulations& sm(Call& c) { return c.self<StringManipulations>(); }
 
-const ClassRegistration kStringManipulations(u"StringManipulations", ClassKind::Global, globalFactory<StringManipulations>, {
+const ClassRegistration kStringManipulations(u"StringManipulations", ClassKind::Global, globalFactory<StringManipulations>,
+    u"Cuts, pastes, rotates, repeats, hashes and quotes strings.", {
     {"Cat(ref rTo: Variant, vFrom: Variant)", [](Call& c) { sm(c).Cat(c[0], c[1]); return V(); }},
     {"CatLine(ref rTo: Variant, vFrom: Variant)", [](Call& c) { sm(c).CatLine(c[0], c[1]); return V(); }},
     {"CharacterEveryNthCharacter(vString, [vStart], [vStep]) -> Variant",

@@ -208,7 +208,8 @@ namespace {
 #define QVT_MEMBER(signature, name, ...) \
     {signature, [](Call& c) { return c.self<StringNumerics>().name(__VA_ARGS__); }}
 
-const ClassRegistration kStringNumerics(u"StringNumerics", ClassKind::Global, globalFactory<StringNumerics>, {
+const ClassRegistration kStringNumerics(u"StringNumerics", ClassKind::Global, globalFactory<StringNumerics>,
+    u"Arithmetic on the character codes of strings and counting in any base.", {
     QVT_MEMBER("AddStringCharacters(vString1: Variant, vString2: Variant, [vWrap: Variant]) -> Variant",
                AddStringCharacters, c[0], c[1], c[2]),
     QVT_MEMBER("AverageStrings(vString1: Variant, vString2: Variant, [vWrap: Variant]) -> Variant",

@@ -308,7 +308,8 @@ namespace {
 using V = Variant;
 StringReplacements& sr(Call& c) { return c.self<StringReplacements>(); }
 
-const ClassRegistration kStringReplacements(u"StringReplacements", ClassKind::Global, globalFactory<StringReplacements>, {
+const ClassRegistration kStringReplacements(u"StringReplacements", ClassKind::Global, globalFactory<StringReplacements>,
+    u"Finds and replaces, strips and translates text.", {
     {"ReplaceString(vLine, vFind, [vReplace], [vCompare]) -> Variant",
      [](Call& c) { return sr(c).ReplaceString(c[0], c[1], c[2], c[3]); }},
     {"ReplaceStringFast(ref vLine: String, ref vFind: String, ref vReplace: String, ref vCompare: Long) -> String",

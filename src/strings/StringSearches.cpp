@@ -835,7 +835,8 @@ namespace {
                name, c[0].asString(), c[1].asString(), c[2].asLong(), c[3].asString())
 #define QVT_CASE_SCAN(name) QVT_MEMBER(#name "(vLine: Variant) -> Variant", name, c[0])
 
-const ClassRegistration kStringSearches(u"StringSearches", ClassKind::Global, globalFactory<StringSearches>, {
+const ClassRegistration kStringSearches(u"StringSearches", ClassKind::Global, globalFactory<StringSearches>,
+    u"Searches strings by position and cuts them into tokens.", {
     // tokens
     QVT_MEMBER("GetToken(ref rValue: Variant, vTokenSep: Variant, [vCompare: Variant]) -> Variant",
                GetToken, c[0], c[1], c[2]),

@@ -213,7 +213,8 @@ ArrayConversions& ac(Call& c) { return c.self<ArrayConversions>(); }
 
 #define QVT_AC(sig, call) {sig, [](Call& c) { return V(ac(c).call); }}
 
-const ClassRegistration kArrayConversions(u"ArrayConversions", ClassKind::Global, globalFactory<ArrayConversions>, {
+const ClassRegistration kArrayConversions(u"ArrayConversions", ClassKind::Global, globalFactory<ArrayConversions>,
+    u"Text to arrays and back; copies between String and Variant arrays, rows and columns.", {
     QVT_AC("StringToVariantVector(ref rLines: array of Variant, vFromLine: Variant, [vSeparator: Variant], [vCompare: Variant]) -> Boolean",
            StringToVariantVector(c[0], c[1], c[2], c[3])),
     QVT_AC("StringToVariantMatrix(ref rTo: array of Variant, vFm: String, [vColumnSeparator: Variant], [vRowSeparator: Variant], [vCompare: Variant]) -> Boolean",

@@ -440,7 +440,8 @@ ArrayManipulations& am(Call& c) { return c.self<ArrayManipulations>(); }
 
 #define QVT_AM(sig, call) {sig, [](Call& c) { return V(am(c).call); }}
 
-const ClassRegistration kArrayManipulations(u"ArrayManipulations", ClassKind::Global, globalFactory<ArrayManipulations>, {
+const ClassRegistration kArrayManipulations(u"ArrayManipulations", ClassKind::Global, globalFactory<ArrayManipulations>,
+    u"Redimensions, copies, shuffles, swaps and edits Variant arrays in place.", {
     QVT_AM("ReDimPreserveVariantVector(ref rVector: array of Variant, [vLBound1: Variant], [vUBound1: Variant]) -> Boolean",
            ReDimPreserveVariantVector(c[0], c[1], c[2])),
     QVT_AM("ReDimPreserveVariantMatrix(ref rMatrix: array of Variant, [vLBound1: Variant], [vUBound1: Variant], [vLBound2: Variant], [vUBound2: Variant]) -> Boolean",

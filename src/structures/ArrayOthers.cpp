@@ -290,7 +290,8 @@ ArrayOthers& ao(Call& c) { return c.self<ArrayOthers>(); }
 
 #define QVT_AO(sig, call) {sig, [](Call& c) { return V(ao(c).call); }}
 
-const ClassRegistration kArrayOthers(u"ArrayOthers", ClassKind::Global, globalFactory<ArrayOthers>, {
+const ClassRegistration kArrayOthers(u"ArrayOthers", ClassKind::Global, globalFactory<ArrayOthers>,
+    u"Questions about whole arrays, lookup tables, and a matrix printed as text.", {
     QVT_AO("FirstAtomicArrayElement(ref vArray: Variant) -> Variant", FirstAtomicArrayElement(c[0])),
     QVT_AO("FirstAtomicNonObjectArrayElement(ref vArray: Variant) -> Variant", FirstAtomicNonObjectArrayElement(c[0])),
     QVT_AO("FormatVariantMatrix(ref vFm: array of Variant, [vColumnSeparator: Variant], [vRowSeparator: Variant], [vJustifyCodes: Variant]) -> Variant",

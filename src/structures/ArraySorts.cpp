@@ -259,7 +259,8 @@ namespace {
 using V = Variant;
 ArraySorts& as(Call& c) { return c.self<ArraySorts>(); }
 
-const ClassRegistration kArraySorts(u"ArraySorts", ClassKind::Global, globalFactory<ArraySorts>, {
+const ClassRegistration kArraySorts(u"ArraySorts", ClassKind::Global, globalFactory<ArraySorts>,
+    u"Sorts Variant vectors and the rows of Variant matrices in place.", {
     {"SortVariantVector(ref rArray: array of Variant, [vCompare: Variant], [vStable: Variant]) -> Boolean",
      [](Call& c) { return V(as(c).SortVariantVector(c[0], c[1], c[2])); }},
     {"SortVariantMatrixRows(ref rArray: array of Variant, [vCompare: Variant], [ref vKeyColumns: Variant], [vStable: Variant]) -> Boolean",

@@ -171,7 +171,8 @@ namespace {
 using V = Variant;
 SortOrders& so(Call& c) { return c.self<SortOrders>(); }
 
-const ClassRegistration kSortOrders(u"SortOrders", ClassKind::Global, globalFactory<SortOrders>, {
+const ClassRegistration kSortOrders(u"SortOrders", ClassKind::Global, globalFactory<SortOrders>,
+    u"Collating sequences as data.", {
     {"CharacterPositionsArray(ref raintPositions: array of Integer, vString: Variant) -> Boolean",
      [](Call& c) { return V(so(c).CharacterPositionsArray(c[0], c[1])); }},
     {"IsStringSorted(vString: Variant, [vCompare: Variant]) -> Variant", [](Call& c) { return so(c).IsStringSorted(c[0], c[1]); }},

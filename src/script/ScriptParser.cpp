@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "automation/Interpreter.h"
-#include "automation/ScriptSyntax.h"
-#include "automation/ValueText.h"
+#include "script/Interpreter.h"
+#include "script/ScriptSyntax.h"
+#include "script/ValueText.h"
 #include "frame/Locale.h"
 
 namespace qvt::script {

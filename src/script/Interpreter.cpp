@@ -1,9 +1,9 @@
-#include "automation/Interpreter.h"
+#include "script/Interpreter.h"
 
 #include <vector>
 
-#include "automation/ScriptSyntax.h"
-#include "automation/ValueText.h"
+#include "script/ScriptSyntax.h"
+#include "script/ValueText.h"
 #include "frame/Conversions.h"
 #include "frame/Operators.h"
 #include "frame/Strings.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "automation/Interpreter.h"
-#include "automation/ValueText.h"
+#include "script/Interpreter.h"
+#include "script/ValueText.h"
 #include "frame/Conversions.h"
 
 namespace qvt {

@@ -3,7 +3,7 @@
 
 #include <limits>
 
-#include "automation/ValueText.h"
+#include "script/ValueText.h"
 
 namespace qvt {
 namespace {

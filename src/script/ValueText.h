@@ -15,5 +15,7 @@ std::string toJson(const Variant& v);
 std::string errorToJson(const RuntimeError& e);
 // Print's text of a value, UTF-8.
 std::string toPrintText(const Variant& v);
+// A text as a JSON string, quotes included.
+std::string toJsonString(StringView s);
 
 }  // namespace qvt

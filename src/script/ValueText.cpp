@@ -1,4 +1,4 @@
-#include "automation/ValueText.h"
+#include "script/ValueText.h"
 
 #include <charconv>
 #include <functional>
@@ -162,6 +162,12 @@ void printArrayLevel(std::string& out, const SafeArray& a, size_t dim, size_t of
 std::string toJson(const Variant& v) {
     std::string out;
     json(out, v);
+    return out;
+}
+
+std::string toJsonString(StringView s) {
+    std::string out;
+    jsonString(out, s);
     return out;
 }
 

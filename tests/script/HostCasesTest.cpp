@@ -142,4 +142,26 @@ TEST(HostProgram, ListsClassesAndMembers) {
     EXPECT_EQ(runHost("--list NoSuchClass", "").status, 1);
 }
 
+TEST(HostProgram, HelpAndVersionGoToStandardOutput) {
+    HostRun help = runHost("--help", "");
+    EXPECT_EQ(help.status, 0);
+    ASSERT_FALSE(help.lines.empty());
+    EXPECT_EQ(help.lines[0].rfind("usage: qvt", 0), 0u);
+    HostRun version = runHost("--version", "");
+    EXPECT_EQ(version.status, 0);
+    ASSERT_EQ(version.lines.size(), 1u);
+    EXPECT_EQ(version.lines[0].rfind("qvt 2.0 ", 0), 0u) << version.lines[0];
+    EXPECT_EQ(runHost("--bogus", "").status, 2);
+}
+
+TEST(HostProgram, HostCommandsFromAScript) {
+    // help prints one JSON object under --json; exit ends the script there.
+    HostRun r = runHost("--json -", "help Mid$\nhelp = 2: ? help\nexit\n? 3\n");
+    ASSERT_EQ(r.lines.size(), 2u);
+    EXPECT_EQ(r.lines[0].rfind("{\"help\":\"Mid$  (method of VBA)\\n", 0), 0u) << r.lines[0];
+    EXPECT_EQ(r.lines[1], R"({"type":"Integer","value":2})");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(runHost("-", "help NoSuchThing\n").status, 1);
+}
+
 }  // namespace
